@@ -1,0 +1,14 @@
+# One set of flags for every target of ours: warnings are errors, sanitizers and coverage by option.
+add_library(velotap_flags INTERFACE)
+target_compile_options(velotap_flags INTERFACE
+  -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wno-sign-conversion -Wswitch
+  -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast -Wimplicit-fallthrough)
+if(VELOTAP_SANITIZE)
+  target_compile_options(velotap_flags INTERFACE
+    -fsanitize=${VELOTAP_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  target_link_options(velotap_flags INTERFACE -fsanitize=${VELOTAP_SANITIZE})
+endif()
+if(VELOTAP_COVERAGE)
+  target_compile_options(velotap_flags INTERFACE --coverage -O0)
+  target_link_options(velotap_flags INTERFACE --coverage)
+endif()

@@ -1,0 +1,35 @@
+// The port for the user's stored settings: named domains, each a flat dictionary.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "base/observer_list.hpp"
+#include "base/value.hpp"
+
+namespace velotap {
+
+/// Main thread, but for what is said below.
+class PreferencesStorage {
+ public:
+  virtual ~PreferencesStorage() = default;
+  /// The whole stored dictionary; empty when there is none or it cannot be read.
+  [[nodiscard]] virtual ValueMap load(std::string_view domain) = 0;
+  /// Replaces the stored dictionary; false, with the old one intact, when it cannot be written.
+  virtual bool store(std::string_view domain, const ValueMap& values) = 0;
+  /// Calls back on the main thread after another writer changed the domain.
+  [[nodiscard]] virtual Observation observe(std::string_view domain,
+                                            std::function<void()> changed) = 0;
+};
+
+/// Settings that belong to the operating system or the desktop, by domain and key. Any thread.
+class SystemPreferences {
+ public:
+  virtual ~SystemPreferences() = default;
+  [[nodiscard]] virtual std::optional<Value> read(std::string_view domain,
+                                                  std::string_view key) = 0;
+};
+
+}  // namespace velotap
