@@ -1,6 +1,7 @@
 // Everything that an operating system gives the program, gathered once by whoever starts it.
 #pragma once
 
+#include "platform/alerts.hpp"
 #include "platform/clock.hpp"
 #include "platform/diagnostic_log.hpp"
 #include "platform/event_stream.hpp"
@@ -28,6 +29,7 @@ struct Platform {
   KeyboardLayout& keyboardLayout;
   SystemNotices& notices;
   AccessibilityTrust& trust;
+  Alerts& alerts;
   NotificationCenter& notifications;
   DiagnosticLog& log;
 

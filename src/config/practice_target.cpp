@@ -1,0 +1,20 @@
+#include "config/practice_target.hpp"
+
+namespace velotap {
+
+PracticeTarget& PracticeTarget::shared() {
+  static PracticeTarget instance;
+  return instance;
+}
+
+void PracticeTarget::set(std::optional<Rect> rectangle) {
+  const std::lock_guard guard(lock_);
+  rectangle_ = rectangle;
+}
+
+bool PracticeTarget::contains(Point point) const {
+  const std::lock_guard guard(lock_);
+  return rectangle_ && rectangle_->contains(point);
+}
+
+}  // namespace velotap
