@@ -4,41 +4,22 @@
 
 #include <benchmark/benchmark.h>
 
-#include <atomic>
-#include <cstdlib>
-#include <new>
-
+#include "allocation_counter.hpp"
 #include "workload.hpp"
-
-namespace {
-std::atomic<std::uint64_t> allocations{0};
-}
-
-void* operator new(std::size_t size) {
-  allocations.fetch_add(1, std::memory_order_relaxed);
-  if (void* memory = std::malloc(size)) return memory;
-  throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept {
-  std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-  std::free(memory);
-}
 
 namespace velotap::bench {
 namespace {
 
 void reportAllocations(benchmark::State& state, std::uint64_t before) {
   state.counters["allocations"] = benchmark::Counter(
-      static_cast<double>(allocations.load() - before), benchmark::Counter::kAvgIterations);
+      static_cast<double>(allocationCount() - before), benchmark::Counter::kAvgIterations);
 }
 
 void engineFrame(benchmark::State& state) {
   EngineWorkload engine(kTrackpadFamily);
   auto touches = restingFingers(static_cast<int>(state.range(0)));
   engine.frame(touches);
-  const std::uint64_t before = allocations;
+  const std::uint64_t before = allocationCount();
   bool forth = false;
   for ([[maybe_unused]] auto _ : state) {
     wander(touches, forth = !forth);
@@ -50,7 +31,7 @@ void engineFrame(benchmark::State& state) {
 void floorFrame(benchmark::State& state) {
   Floor floor;
   auto touches = restingFingers(static_cast<int>(state.range(0)));
-  const std::uint64_t before = allocations;
+  const std::uint64_t before = allocationCount();
   bool forth = false;
   for ([[maybe_unused]] auto _ : state) {
     wander(touches, forth = !forth);
@@ -64,7 +45,7 @@ void pinchFrame(benchmark::State& state) {
   EngineWorkload engine(kMagicMouseFamily);
   PinchFrames frames;
   for (int i = 0; i < 40; ++i) engine.frame(frames.next());
-  const std::uint64_t before = allocations;
+  const std::uint64_t before = allocationCount();
   for ([[maybe_unused]] auto _ : state) engine.frame(frames.next());
   reportAllocations(state, before);
   if (engine.posted().gestures == 0) state.SkipWithError("no pinch was recognised");
@@ -73,7 +54,7 @@ void pinchFrame(benchmark::State& state) {
 void wholeTap(benchmark::State& state) {
   EngineWorkload engine(kTrackpadFamily);
   const auto touches = restingFingers(3);
-  const std::uint64_t before = allocations;
+  const std::uint64_t before = allocationCount();
   for ([[maybe_unused]] auto _ : state) {
     for (int i = 0; i < 12; ++i) engine.frame(touches);
     engine.lift();
