@@ -14,8 +14,9 @@ const double kRestingAngle = std::atan2(kPadHeight, kPadWidth) * 180 / std::numb
 constexpr double kUnnoticeable = 0.002;  // mm
 
 // The desktop takes a contact for a jumping one, and says so in its log, when its speed grows by
-// more than 7 mm / 12 ms from one frame to the next. After a pause of 30 ms it does not judge.
-constexpr double kBelievedGain = 6.5 / 0.012;  // mm/s
+// more than 7 mm / 12 ms from one frame to the next. After a pause of 30 ms it does not judge. The
+// margin is for frames that reach the kernel a little late or early.
+constexpr double kBelievedGain = 5.5 / 0.012;  // mm/s
 constexpr double kNoJumpAfter = 0.030;         // s
 
 // A change beyond these in one event is not a movement of fingers.
@@ -106,7 +107,9 @@ std::optional<PadFrame> GesturePlayer::step(double now) noexcept {
       return land(now);
     case Stage::landed:
       stage_ = Stage::playing;
-      lastSpeed_ = (kPlayingDistance - kLandingDistance) / 2 / (now - lastFrame_);
+      // The desktop does not count this movement as speed gathered: it has only just begun to
+      // remember where the contacts are.
+      lastSpeed_ = 0;
       lastFrame_ = now;
       return contactsAt(kPlayingDistance, 0);
     case Stage::playing:
