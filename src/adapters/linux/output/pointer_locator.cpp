@@ -2,6 +2,7 @@
 
 #include <poll.h>
 #include <xcb/xcb.h>
+#include <xcb/xcbext.h>
 
 #include <cstdlib>
 
