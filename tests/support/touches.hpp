@@ -1,7 +1,9 @@
 // Contact records for tests, built from what a test cares about.
 #pragma once
 
-#include <cstring>
+#include <array>
+#include <bit>
+#include <cstddef>
 #include <vector>
 
 #include "platform/multitouch_abi.hpp"
@@ -22,9 +24,10 @@ struct TouchSpec {
 };
 
 inline MTTouch touch(const TouchSpec& spec) {
-  MTTouch record;
   // The library's own bytes hold whatever they hold; nothing may depend on them.
-  std::memset(&record, 0xA5, sizeof record);
+  std::array<std::byte, sizeof(MTTouch)> bytes;
+  bytes.fill(std::byte{0xA5});
+  auto record = std::bit_cast<MTTouch>(bytes);
   record.identifier = spec.id;
   record.stage = spec.stage;
   record.position = {spec.x, spec.y};
