@@ -43,7 +43,10 @@ class FakeWorkspace final : public Workspace {
  public:
   explicit FakeWorkspace(AppId own = AppId::intern("app.norwend.velotap")) : own_(own) {}
 
-  [[nodiscard]] AppId ownBundleId() const override { return own_; }
+  [[nodiscard]] AppId ownBundleId() const override {
+    ++ownAsked;
+    return own_;
+  }
   [[nodiscard]] AppId frontmostBundleId() override { return live_; }
   [[nodiscard]] std::optional<RunningApplication> frontmostApplication() override { return front_; }
   [[nodiscard]] Observation observeActivations(
@@ -69,6 +72,7 @@ class FakeWorkspace final : public Workspace {
     live_ = front_ ? front_->bundleId : AppId();
   }
   int observers = 0;
+  mutable std::atomic<int> ownAsked = 0;  ///< how often somebody wanted to know who we are
 
  private:
   AppId own_;
