@@ -7,6 +7,11 @@ repository=$(cd "$vm_source/../.." && pwd)
 # The packages take 75 MB and are the same for every checkout, so their place can be moved.
 vm_cache=${VELOTAP_VM_CACHE:-$repository/build/vm}
 
+# One virtual nanosecond for each instruction, and no waiting for the host's clock: such a machine
+# counts instructions, and its time does not depend on how busy the host is.
+# shellcheck disable=SC2034
+counting_machine=(-smp 1 -icount 'shift=0,sleep=off')
+
 fail() {
   echo "${0##*/}: $*" >&2
   exit 1
@@ -35,16 +40,44 @@ copy_libraries() {
   done
 }
 
-# boot INITRD LOG SECONDS [QEMU-OPTION...]: runs the machine until it switches itself off. Returns
-# 124 when the time was up.
+# prepare BUILD-TREE: everything that a boot needs is there, or a message says what is not.
+prepare() {
+  need python3 python3
+  need qemu-system-x86_64 qemu-system-x86
+  [[ -x $1/bin/vm/hid_player ]] ||
+    fail "no programs in $1/bin/vm: build the target vm-bench, or name another tree with --build"
+  "$vm_source/build-image"
+}
+
+# stage_guest FOLDER BUILD-TREE: what the machine gets beside the base image and the cases: the
+# programs with their libraries, the guest's scripts, the touches.
+stage_guest() {
+  local stage=$1 build=$2 program library
+  mkdir -p "$stage"/{bin,lib}
+  cp "$build"/bin/vm/* "$stage/bin/"
+  for program in velotap velotap-lab; do
+    [[ ! -x $build/bin/$program ]] || cp "$build/bin/$program" "$stage/bin/"
+  done
+  for library in "$build"/lib/libvelotap-*.so; do
+    [[ ! -e $library ]] || cp "$library" "$stage/lib/"
+  done
+  copy_libraries "$stage/lib" "$stage"/bin/* "$stage"/lib/*
+  cp "$vm_source"/guest/{job,case}.sh "$stage/"
+  cp -r "$vm_source/touches" "$stage/"
+}
+
+# boot FOLDER LOG SECONDS [QEMU-OPTION...]: runs the machine with the base image and what is in
+# FOLDER, until it switches itself off. Returns 124 when the time was up.
 boot() {
-  local initrd=$1 log=$2 seconds=$3 status=0
+  local folder=$1 log=$2 seconds=$3 status=0
   shift 3
+  pack_archive "$folder" "$log.archive"
+  cat "$vm_cache/base.gz" "$log.archive" > "$log.initrd"
   timeout --kill-after=5 "$seconds" qemu-system-x86_64 -accel tcg -machine q35 -cpu max -m 700 \
-    -nic none -nographic -no-reboot -kernel "$vm_cache/vmlinuz" -initrd "$initrd" \
+    -nic none -nographic -no-reboot -kernel "$vm_cache/vmlinuz" -initrd "$log.initrd" \
     -append "console=ttyS0 quiet loglevel=3 panic=-1 rdinit=/init" "$@" \
     < /dev/null > "$log.raw" 2>&1 || status=$?
   tr -d '\r' < "$log.raw" > "$log"
-  rm -f "$log.raw"
+  rm -f "$log.raw" "$log.archive" "$log.initrd"
   return "$status"
 }

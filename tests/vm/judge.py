@@ -7,7 +7,9 @@
 A line of an `expect` file is one of
 
   needs PROGRAM                      the case is skipped where it has not been built
-  machine plain|counting             which machine; default plain
+  machine counting|plain             which machine; default counting: its clock counts instructions,
+                                     so how busy the host is changes nothing; plain has two
+                                     processors and the host's clock
   seconds N                          how long the case may take inside it; default 60
   exactly N PROGRAM: REGEX           that many lines of PROGRAM's log match; `none` is `exactly 0`
   at-least N PROGRAM: REGEX
@@ -42,7 +44,7 @@ class Expectations:
 
     def __init__(self, folder, name):
         self.name = name
-        self.machine = "plain"
+        self.machine = "counting"
         self.seconds = 60
         self.needs = []
         self.checks = []

@@ -21,8 +21,8 @@ stop() {
   wait "$(pid "$1")" 2> /dev/null || true
 }
 
-# await NAME REGEX [SECONDS]: until the log NAME has such a line.
-await() { await_line "$log/$1" "$2" "${3-10}" > /dev/null; }
+# await NAME REGEX [SECONDS [COUNT]]: until the log NAME has such a line, or that many.
+await() { await_line "$log/$1" "$2" "${3-10}" "${4-1}" > /dev/null; }
 
 # watch [OPTION...]: libinput as a desktop runs it.
 watch() {
@@ -64,18 +64,31 @@ finish() {
   await "$1" " say finished $finished\$" 30
 }
 
-# play NAME TOUCHES...: plays files of the touches folder to their end.
+# play NAME TOUCHES...: plays files of the touches folder to their end. A lead-in gives this shell
+# time to settle into waiting: on a slow machine its own work would spoil the timing.
 play() {
   local name=$1 touches
   shift
   for touches; do
-    cat "/t/touches/$touches.touch" > "pipe/$name"
-    finish "$name"
+    finished=$((${finished-0} + 1))
+    { echo 'wait 150'; cat "/t/touches/$touches.touch"; echo "say finished $finished"; } \
+      > "pipe/$name"
+    await "$name" " say finished $finished\$" 30
   done
 }
 
 # unplug NAME: as if the battery had run out.
 unplug() { stop "$1"; }
+
+# opened NAME NODE: until the program has that event node open.
+opened() {
+  local tries=0
+  until readlink "/proc/$(pid "$1")/fd"/* | grep -qxF "$2"; do
+    tries=$((tries + 1))
+    [ "$tries" -lt 200 ] || { echo "$1 does not open $2"; exit 1; }
+    sleep 0.05
+  done
+}
 
 # figure NAME VALUE: a measurement for the judge, and for whoever reads.
 figure() { echo "figure $1 $2"; }
@@ -103,6 +116,20 @@ nanoseconds() { cat "/proc/$1/task/"*/schedstat | awk '{ sum += $1 } END { print
 # wakeups PROCESS: how often its threads went to sleep of their own accord so far.
 wakeups() {
   cat "/proc/$1/task/"*/status | awk '/^voluntary_ctxt_switches/ { sum += $2 } END { print sum + 0 }'
+}
+
+# cost FIGURE FRAMES NAME PROCESS SCRIPT: what the process spends on each of so many frames, which
+# the script makes the device NAME send. Once before unseen, so that nothing is done for the first
+# time while it counts.
+cost() {
+  local before after
+  cat "$5" > "pipe/$3"
+  finish "$3"
+  before=$(nanoseconds "$4")
+  cat "$5" > "pipe/$3"
+  finish "$3"
+  after=$(nanoseconds "$4")
+  figure "$1" $(((after - before) / $2))
 }
 
 # memory PROCESS FIELD: VmRSS or RssAnon, in kB.
