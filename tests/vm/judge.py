@@ -170,8 +170,7 @@ def check_within(log, rest, where):
     if None in times:
         return f"no line with a time is like {earlier if times[0] is None else later}"
     milliseconds = (times[1] - times[0]) * 1000
-    log.lines.setdefault("case", []).append(f"figure {later.split()[1]}-after-ms "
-                                            f"{milliseconds:.1f}")
+    log.lines.setdefault("case", []).append(f"figure between-ms {milliseconds:.1f}")
     if 0 <= milliseconds <= float(limit):
         return None
     return f"{milliseconds:.1f} ms instead of at most {limit} between {rest}"
