@@ -1,8 +1,10 @@
 #include "adapters/linux/desktop/linux_desktop.hpp"
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
+#include "adapters/linux/keyboard/layout_sources.hpp"
 #include "adapters/linux/keyboard/shortcut_chord.hpp"
 
 namespace velotap {
@@ -12,6 +14,10 @@ constexpr std::string_view kOwnBundleId = "app.norwend.velotap";
 
 void tell(const std::string& message) {
   std::fprintf(stderr, "velotap: %s\n", message.c_str());
+}
+
+const char* environmentOf(const char* name) {
+  return std::getenv(name);
 }
 
 void tellOutput(const char* message, int error) {
@@ -24,6 +30,9 @@ LinuxDesktop::LinuxDesktop(bool debug)
     : log_(debug),
       queue_(clock_),
       preferences_(configurationFolder(), &tell),
+      systemPreferences_(queue_, DesktopPlaces::read(&environmentOf), UinputTouchpad::kName),
+      keyboardLayout_(makeLayoutSources(queue_, queue_, SessionEnvironment::ofThisProcess(),
+                                        DconfPlaces::read(&environmentOf))),
       workspace_(AppId::intern(kOwnBundleId),
                  LinuxWorkspace::desktopOf(
                      SessionEnvironment::ofThisProcess(),
@@ -35,7 +44,8 @@ LinuxDesktop::LinuxDesktop(bool debug)
       locator_(clock_),
       gestures_(
           touchpad_,
-          {.writeCombined =
+          {.padUsable = [this] { return systemPreferences_.gesturePadUsable(); },
+           .writeCombined =
                [this](std::span<const input_event> frame) { return output_.postFrame(frame); }},
           clock_, log_),
       events_(output_, locator_, [this](const GestureEvent& event) { gestures_.post(event); }),
@@ -56,6 +66,9 @@ LinuxDesktop::LinuxDesktop(bool debug)
   preferencesChanges_ =
       queue_.watch(preferences_.watchDescriptor(), DescriptorLoop::Interest::readable,
                    [this] { preferences_.dispatchChanges(); });
+  const auto takeLayout = [this] { events_.setLayout(keyboardLayout_.current()); };
+  layoutChanges_ = keyboardLayout_.observeChanges(takeLayout);
+  takeLayout();
   workspace_.start();
 }
 

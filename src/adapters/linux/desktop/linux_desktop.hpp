@@ -8,10 +8,12 @@
 #include <memory>
 
 #include "adapters/linux/desktop/passive_adapters.hpp"
+#include "adapters/linux/desktop_settings/linux_system_preferences.hpp"
 #include "adapters/linux/devices/device_access.hpp"
 #include "adapters/linux/devices/udev_devices.hpp"
 #include "adapters/linux/gesture/gesture_touchpad.hpp"
 #include "adapters/linux/gesture/uinput_touchpad.hpp"
+#include "adapters/linux/keyboard/xkb_keyboard_layout.hpp"
 #include "adapters/linux/output/paced_output.hpp"
 #include "adapters/linux/output/pointer_locator.hpp"
 #include "adapters/linux/output/uinput_event_stream.hpp"
@@ -42,8 +44,8 @@ class LinuxDesktop {
   DlLibraryLoader libraries_;
   FilePreferencesStorage preferences_;
   Observation preferencesChanges_;
-  AbsentSystemPreferences systemPreferences_;
-  UnknownKeyboardLayout keyboardLayout_;
+  LinuxSystemPreferences systemPreferences_;
+  XkbKeyboardLayout keyboardLayout_;
   LinuxWorkspace workspace_;
   UdevNotices notices_;
   DeviceAccess access_;
@@ -56,6 +58,7 @@ class LinuxDesktop {
   UinputTouchpad touchpad_;
   GestureTouchpad gestures_;
   UinputEventStream events_;
+  Observation layoutChanges_;
   Platform platform_;
 };
 

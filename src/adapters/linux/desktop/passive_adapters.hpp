@@ -3,8 +3,6 @@
 
 #include "platform/alerts.hpp"
 #include "platform/event_taps.hpp"
-#include "platform/keyboard_layout.hpp"
-#include "platform/preferences_storage.hpp"
 
 namespace velotap {
 
@@ -14,21 +12,6 @@ class PassiveEventTaps final : public EventTaps {
  public:
   [[nodiscard]] std::unique_ptr<InstalledTap> install(TapLocation location, std::uint64_t mask,
                                                       Callbacks callbacks) override;
-};
-
-/// No layout is known, so shortcuts keep to the positions of the ANSI keyboard.
-class UnknownKeyboardLayout final : public KeyboardLayout {
- public:
-  [[nodiscard]] std::unique_ptr<KeyTranslator> current() override { return nullptr; }
-  [[nodiscard]] Observation observeChanges(std::function<void()>) override { return {}; }
-};
-
-/// The desktop's own gestures are not known.
-class AbsentSystemPreferences final : public SystemPreferences {
- public:
-  [[nodiscard]] std::optional<Value> read(std::string_view, std::string_view) override {
-    return std::nullopt;
-  }
 };
 
 /// Without a window an alert is a line on standard error, answered with its first button.
