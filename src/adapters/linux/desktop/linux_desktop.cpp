@@ -1,0 +1,62 @@
+#include "adapters/linux/desktop/linux_desktop.hpp"
+
+#include <cstdio>
+#include <cstring>
+
+#include "adapters/linux/keyboard/shortcut_chord.hpp"
+
+namespace velotap {
+namespace {
+
+constexpr std::string_view kOwnBundleId = "app.norwend.velotap";
+
+void tell(const std::string& message) {
+  std::fprintf(stderr, "velotap: %s\n", message.c_str());
+}
+
+void tellOutput(const char* message, int error) {
+  tell(error == 0 ? std::string(message) : std::string(message) + ": " + std::strerror(error));
+}
+
+}  // namespace
+
+LinuxDesktop::LinuxDesktop(bool debug)
+    : log_(debug),
+      queue_(clock_),
+      preferences_(configurationFolder(), &tell),
+      workspace_(AppId::intern(kOwnBundleId),
+                 LinuxWorkspace::desktopOf(
+                     SessionEnvironment::ofThisProcess(),
+                     {.loop = queue_, .queue = queue_, .clock = clock_, .log = log_}),
+                 {.loop = queue_, .queue = queue_, .clock = clock_, .log = log_}),
+      notices_(queue_),
+      pointer_(chordKeyCodes()),
+      output_(pointer_, clock_, &tellOutput),
+      locator_(clock_),
+      gestures_(
+          touchpad_,
+          {.writeCombined =
+               [this](std::span<const input_event> frame) { return output_.postFrame(frame); }},
+          clock_, log_),
+      events_(output_, locator_, [this](const GestureEvent& event) { gestures_.post(event); }),
+      platform_{.clock = clock_,
+                .mainQueue = queue_,
+                .libraries = libraries_,
+                .events = events_,
+                .taps = taps_,
+                .preferences = preferences_,
+                .systemPreferences = systemPreferences_,
+                .workspace = workspace_,
+                .keyboardLayout = keyboardLayout_,
+                .notices = notices_,
+                .trust = access_,
+                .alerts = alerts_,
+                .notifications = notifications_,
+                .log = log_} {
+  preferencesChanges_ =
+      queue_.watch(preferences_.watchDescriptor(), DescriptorLoop::Interest::readable,
+                   [this] { preferences_.dispatchChanges(); });
+  workspace_.start();
+}
+
+}  // namespace velotap
