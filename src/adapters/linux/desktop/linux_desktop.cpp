@@ -32,7 +32,7 @@ LinuxDesktop::LinuxDesktop(bool debug)
       notices_(queue_),
       pointer_(chordKeyCodes()),
       output_(pointer_, clock_, &tellOutput),
-      locator_(clock_),
+      locator_(clock_, queue_),
       gestures_(
           touchpad_,
           {.writeCombined =
