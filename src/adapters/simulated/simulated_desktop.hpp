@@ -2,8 +2,8 @@
 // that bundles them.
 //
 // The thread that makes it is its main thread. One exists at a time in a process, because the
-// multitouch library's functions carry no context. Whatever runs on its platform must be gone before
-// it is.
+// multitouch library's functions carry no context. Whatever runs on its platform must be gone
+// before it is.
 #pragma once
 
 #include "adapters/simulated/simulated_alerts.hpp"

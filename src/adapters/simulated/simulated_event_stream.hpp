@@ -33,7 +33,9 @@ class SimulatedEventStream final : public EventStream {
   /// Nothing: no event can be made to read the location.
   void setPointer(std::optional<Point> location);
   /// Decides which events cannot be made; by default all can.
-  void setMouseFailure(std::function<bool(MouseEventType)> fails) { mouseFails_ = std::move(fails); }
+  void setMouseFailure(std::function<bool(MouseEventType)> fails) {
+    mouseFails_ = std::move(fails);
+  }
   void setKeyFailure(std::function<bool(bool down)> fails) { keyFails_ = std::move(fails); }
 
   [[nodiscard]] Observation observePosts(std::function<void(const PostedEvent&)> observer);

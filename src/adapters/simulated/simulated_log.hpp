@@ -16,9 +16,7 @@ namespace velotap {
 class SimulatedLog final : public DiagnosticLog {
  public:
   [[nodiscard]] bool enabled() const noexcept override { return enabled_; }
-  void line(std::string_view text) override {
-    lines_.notify("[Velotap] " + std::string(text));
-  }
+  void line(std::string_view text) override { lines_.notify("[Velotap] " + std::string(text)); }
 
   void setEnabled(bool enabled) { enabled_ = enabled; }
   [[nodiscard]] Observation observeLines(std::function<void(const std::string&)> observer) {

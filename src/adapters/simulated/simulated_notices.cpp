@@ -25,9 +25,8 @@ SystemNotices::DeviceWatch SimulatedNotices::watchDevices(std::function<void()> 
   if (failures_.port) return watch;
   watch.attachError = failures_.attach;
   watch.detachError = failures_.detach;
-  watch.observation =
-      both(failures_.attach ? Observation() : attached_.add(std::move(attached)),
-           failures_.detach ? Observation() : detached_.add(std::move(detached)));
+  watch.observation = both(failures_.attach ? Observation() : attached_.add(std::move(attached)),
+                           failures_.detach ? Observation() : detached_.add(std::move(detached)));
   return watch;
 }
 
