@@ -1,7 +1,7 @@
 #include "lab/replay_command.hpp"
 
+#include <array>
 #include <fstream>
-#include <iterator>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -74,9 +74,15 @@ std::optional<Request> readArguments(const std::vector<std::string_view>& argume
 
 std::optional<std::string> contentsOf(const std::string& file) {
   std::ifstream stream(file, std::ios::binary);
-  std::string text{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+  if (!stream.is_open()) return std::nullopt;
+  std::string text;
+  std::array<char, 65536> piece;
+  while (stream) {
+    stream.read(piece.data(), piece.size());
+    text.append(piece.data(), static_cast<std::size_t>(stream.gcount()));
+  }
   // A folder opens, but reading it fails.
-  if (!stream.is_open() || stream.bad()) return std::nullopt;
+  if (stream.bad()) return std::nullopt;
   return text;
 }
 
