@@ -15,6 +15,9 @@ namespace velotap {
 /// no value, so such keys are left out.
 [[nodiscard]] std::optional<ValueMap> parseSettings(std::string_view json, std::string& error);
 
+/// The one value that the text holds, or nothing with the reason in `error`. A null is no value.
+[[nodiscard]] std::optional<Value> parseValue(std::string_view json, std::string& error);
+
 /// Indented text with sorted keys and a final line end; nothing, with the reason in `error`, when a
 /// number is not finite or a text is not UTF-8: JSON can hold neither.
 [[nodiscard]] std::optional<std::string> settingsText(const ValueMap& values, std::string& error);

@@ -1,4 +1,4 @@
-#include "adapters/linux/preferences/json_value.hpp"
+#include "adapters/json/json_value.hpp"
 
 #include <cmath>
 #include <nlohmann/json.hpp>
@@ -109,6 +109,14 @@ std::optional<ValueMap> parseSettings(std::string_view text, std::string& error)
     return std::nullopt;
   }
   return mapFromJson(*root, 0);
+}
+
+std::optional<Value> parseValue(std::string_view text, std::string& error) {
+  const auto root = parsed(text, error);
+  if (!root) return std::nullopt;
+  auto value = fromJson(*root, 0);
+  if (!value) error = root->is_null() ? "null is no value" : "it is nested too deeply";
+  return value;
 }
 
 std::optional<std::string> settingsText(const ValueMap& values, std::string& error) {
