@@ -6,6 +6,10 @@
 // whose point is exactly what such a telling changes says so in a comment of its own:
 //
 //   # no rerun: mirrored, shifted
+//
+// and one that expects diagnostic lines too says
+//
+//   # replay: --debug
 
 #include <gtest/gtest.h>
 
@@ -29,6 +33,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::string_view kNoRerun = "# no rerun:";
+constexpr std::string_view kDebug = "# replay: --debug";
 
 std::string contentsOf(const fs::path& file) {
   std::ostringstream text;
@@ -59,10 +64,12 @@ struct Outcome {
   std::vector<std::string> faults;
 };
 
-Outcome outcomeOf(const lab::Scenario& scenario) {
+Outcome outcomeOf(const lab::Scenario& scenario, std::string_view text) {
+  const lab::ReplayOptions options = {.debug = text.find(kDebug) != std::string_view::npos,
+                                      .settings = {}};
   Outcome outcome;
   outcome.faults = lab::replay(
-      scenario, {}, [&outcome](const std::string& line) { outcome.lines.push_back(line); });
+      scenario, options, [&outcome](const std::string& line) { outcome.lines.push_back(line); });
   return outcome;
 }
 
@@ -72,13 +79,13 @@ std::string joined(const std::vector<std::string>& lines) {
   return text;
 }
 
-lab::Scenario parsedFile(const fs::path& file) {
-  auto parsed = lab::parseScenario(contentsOf(file));
-  if (const auto* error = std::get_if<lab::ScenarioError>(&parsed)) {
+lab::Scenario parsed(const fs::path& file, std::string_view text) {
+  auto result = lab::parseScenario(text);
+  if (const auto* error = std::get_if<lab::ScenarioError>(&result)) {
     ADD_FAILURE() << file.string() << ':' << error->line << ": " << error->message;
     return {};
   }
-  return std::get<lab::Scenario>(std::move(parsed));
+  return std::get<lab::Scenario>(std::move(result));
 }
 
 class ScenarioTest : public testing::Test {
@@ -86,7 +93,8 @@ class ScenarioTest : public testing::Test {
   explicit ScenarioTest(fs::path file) : file_(std::move(file)) {}
   void TestBody() override {
     ASSERT_TRUE(fs::exists(expectationOf(file_))) << "nothing is expected of " << file_;
-    const Outcome outcome = outcomeOf(parsedFile(file_));
+    const std::string text = contentsOf(file_);
+    const Outcome outcome = outcomeOf(parsed(file_, text), text);
     EXPECT_TRUE(outcome.faults.empty()) << joined(outcome.faults);
     const std::string diff = lineDiff(contentsOf(expectationOf(file_)), joined(outcome.lines));
     EXPECT_TRUE(diff.empty()) << diff;
@@ -100,16 +108,16 @@ class RerunTest : public testing::Test {
  public:
   explicit RerunTest(fs::path file) : file_(std::move(file)) {}
   void TestBody() override {
-    const lab::Scenario told = parsedFile(file_);
-    const auto verdict = verdictOf(outcomeOf(told).lines);
     const std::string text = contentsOf(file_);
+    const lab::Scenario told = parsed(file_, text);
+    const auto verdict = verdictOf(outcomeOf(told, text).lines);
     for (const Rerun& rerun : reruns()) {
       if (isLeftOut(text, rerun.name)) continue;
       lab::Scenario changed = told;
       rerun.change(changed);
       auto expected = verdict;
       rerun.expect(expected);
-      auto actual = verdictOf(outcomeOf(changed).lines);
+      auto actual = verdictOf(outcomeOf(changed, text).lines);
       if (!rerun.sameSteps) {
         dropSteps(expected);
         dropSteps(actual);
@@ -145,14 +153,16 @@ void registerTest(const char* suite, const fs::path& file) {
 
 int rewriteExpectations() {
   for (const fs::path& file : filesWith(VELOTAP_SCENARIOS, ".scenario")) {
-    const auto parsed = lab::parseScenario(contentsOf(file));
-    if (const auto* error = std::get_if<lab::ScenarioError>(&parsed)) {
+    const std::string text = contentsOf(file);
+    const auto result = lab::parseScenario(text);
+    if (const auto* error = std::get_if<lab::ScenarioError>(&result)) {
       std::cerr << file.string() << ':' << error->line << ": " << error->message << '\n';
       return 2;
     }
-    const std::string text = joined(outcomeOf(std::get<lab::Scenario>(parsed)).lines);
-    if (text == contentsOf(expectationOf(file)) && fs::exists(expectationOf(file))) continue;
-    std::ofstream(expectationOf(file), std::ios::binary) << text;
+    const std::string printed = joined(outcomeOf(std::get<lab::Scenario>(result), text).lines);
+    const fs::path expectation = expectationOf(file);
+    if (fs::exists(expectation) && printed == contentsOf(expectation)) continue;
+    std::ofstream(expectation, std::ios::binary) << printed;
     std::cout << "rewritten: " << nameOf(file) << '\n';
   }
   return 0;
