@@ -1,12 +1,14 @@
 // The one order in which the locks of the core are taken, and a mutex that checks it.
 //
 // A thread that holds a lock may only take locks of a later rank. Debug builds abort on a
-// violation, naming both ranks; release builds are a plain std::mutex.
+// violation, naming both ranks; release builds only lock.
 #pragma once
 
 #include <cstdio>
 #include <cstdlib>
-#include <mutex>
+#include <mutex>  // std::lock_guard, for every user
+
+#include "base/light_mutex.hpp"
 
 namespace velotap {
 
@@ -45,10 +47,12 @@ class OrderedMutex {
     }
     detail::heldLockRanks |= kBit;
   }
-  static void noteGiven() noexcept { detail::heldLockRanks &= ~kBit; }
+  static void noteGiven() noexcept {
+    detail::heldLockRanks &= ~kBit;
+  }
 #endif
 
-  std::mutex mutex_;
+  LightMutex mutex_;
 };
 
 }  // namespace velotap

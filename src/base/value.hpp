@@ -18,14 +18,14 @@ using ValueMap = std::map<std::string, Value>;
 
 class Value {
  public:
-  Value(bool v) : data_(v) {}                       // NOLINT: conversions are the point of the type
-  Value(std::int64_t v) : data_(v) {}               // NOLINT
-  Value(int v) : data_(std::int64_t{v}) {}          // NOLINT
-  Value(double v) : data_(v) {}                     // NOLINT
-  Value(std::string v) : data_(std::move(v)) {}     // NOLINT
-  Value(const char* v) : data_(std::string(v)) {}   // NOLINT
-  Value(ValueArray v) : data_(std::move(v)) {}      // NOLINT
-  Value(ValueMap v) : data_(std::move(v)) {}        // NOLINT
+  Value(bool v) : data_(v) {}                      // NOLINT: conversions are the point of the type
+  Value(std::int64_t v) : data_(v) {}              // NOLINT
+  Value(int v) : data_(std::int64_t{v}) {}         // NOLINT
+  Value(double v) : data_(v) {}                    // NOLINT
+  Value(std::string v) : data_(std::move(v)) {}    // NOLINT
+  Value(const char* v) : data_(std::string(v)) {}  // NOLINT
+  Value(ValueArray v) : data_(std::move(v)) {}     // NOLINT
+  Value(ValueMap v) : data_(std::move(v)) {}       // NOLINT
   /// An array of texts, the form of every list setting.
   static Value strings(const std::vector<std::string>& texts) {
     return ValueArray(texts.begin(), texts.end());

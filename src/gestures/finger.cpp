@@ -1,7 +1,7 @@
 #include "gestures/finger.hpp"
 
 #include <algorithm>
-#include <cstring>
+#include <bit>
 
 namespace velotap {
 namespace {
@@ -13,13 +13,21 @@ bool touching(const MTTouch& touch) noexcept {
   return touch.stage >= kFirstTouchingStage && touch.stage <= kLastTouchingStage;
 }
 
-// Infinity minus itself and anything with a NaN in it is NaN, and NaN equals nothing: one
-// comparison for eight numbers. Needs strict floating point, which is the compilers' default.
+// A single-precision number is finite unless all exponent bits are set, and then adding the lowest
+// exponent bit to them carries into the sign's place. Two numbers are tested at a time.
+constexpr std::uint64_t kExponents = 0x7F80'0000'7F80'0000;
+constexpr std::uint64_t kLowestExponentBits = 0x0080'0000'0080'0000;
+constexpr std::uint64_t kSigns = 0x8000'0000'8000'0000;
+
+std::uint64_t exponentCarry(MTPoint pair) noexcept {
+  return (std::bit_cast<std::uint64_t>(pair) & kExponents) + kLowestExponentBits;
+}
+
 bool allFinite(const MTTouch& touch) noexcept {
-  const auto residue = [](MTPoint p) { return (p.x - p.x) + (p.y - p.y); };
-  return residue(touch.position) + residue(touch.millimetres) + residue(touch.velocity) +
-             (touch.size - touch.size) + (touch.density - touch.density) ==
-         0.0F;
+  const std::uint64_t carries = exponentCarry(touch.position) | exponentCarry(touch.millimetres) |
+                                exponentCarry(touch.velocity) |
+                                exponentCarry({touch.size, touch.density});
+  return (carries & kSigns) == 0;
 }
 
 // Contact identifiers are small and rarely collide modulo 64, so one bit each almost always settles

@@ -1,7 +1,8 @@
 #include "gestures/pinch_engine.hpp"
 
 #include <algorithm>
-#include <cmath>
+#include <array>
+#include <cstdlib>
 #include <string>
 
 #include "base/log_text.hpp"
@@ -14,20 +15,24 @@ namespace {
 // More gesture mice than anybody connects; a further one only costs the list one growth.
 constexpr std::size_t kExpectedDevices = 8;
 
-double distanceBetween(Point a, Point b) {
-  return std::hypot(a.x - b.x, a.y - b.y);
-}
+// The frame's fingers that are firm enough to pinch with: how many, and the first two of them.
+struct FirmContacts {
+  std::size_t count = 0;
+  std::array<const Finger*, 2> firstTwo{};
+  bool hasBoth = false;  ///< of the two identifiers that were asked for
+};
 
-Fingers pinchContacts(const Fingers& fingers) {
-  Fingers contacts;
+FirmContacts firmContacts(const Fingers& fingers, std::int32_t id1, std::int32_t id2) {
+  FirmContacts firm;
+  int found = 0;
   for (const Finger& finger : fingers) {
-    if (isPinchContact(finger)) contacts.push(finger);
+    if (!isPinchContact(finger)) continue;
+    if (firm.count < firm.firstTwo.size()) firm.firstTwo[firm.count] = &finger;
+    if (finger.id == id1 || finger.id == id2) ++found;
+    ++firm.count;
   }
-  return contacts;
-}
-
-bool containsId(const Fingers& fingers, std::int32_t id) {
-  return std::any_of(fingers.begin(), fingers.end(), [id](const Finger& f) { return f.id == id; });
+  firm.hasBoth = found == 2;  // identifiers are unique within a frame
+  return firm;
 }
 
 }  // namespace
@@ -56,17 +61,18 @@ void PinchEngine::process(MTDevice device, const Fingers& fingers, const Context
     endLocked(entry, false, true);
     return;
   }
-  const Fingers contacts = pinchContacts(fingers);
-  if (entry.tracking &&
-      !(containsId(contacts, entry.tracking->id1) && containsId(contacts, entry.tracking->id2))) {
+  const FirmContacts firm = entry.tracking
+                                ? firmContacts(fingers, entry.tracking->id1, entry.tracking->id2)
+                                : firmContacts(fingers, 0, 0);
+  if (entry.tracking && !firm.hasBoth) {
     cancelLocked(entry);
     return;
   }
-  if (n != 2 || contacts.size() != 2) {
+  if (n != 2 || firm.count != 2) {
     if (n >= 3 || entry.tracking) cancelLocked(entry);
     return;
   }
-  const PinchPair pair = measurePair(contacts[0], contacts[1]);
+  const PinchPair pair = measurePair(*firm.firstTwo[0], *firm.firstTwo[1]);
   if (entry.tracking) {
     advanceLocked(entry, pair, context);
   } else {
@@ -95,9 +101,9 @@ void PinchEngine::cancelAll() {
 }
 
 PinchEngine::DeviceEntry& PinchEngine::entryLocked(MTDevice device) {
-  const auto found = std::find_if(entries_.begin(), entries_.end(),
-                                  [device](const DeviceEntry& e) { return e.device == device; });
-  if (found != entries_.end()) return *found;
+  for (DeviceEntry& entry : entries_) {
+    if (entry.device == device) return entry;
+  }
   // An entry that holds nothing may serve another device: devices come and go for years.
   const auto idle = std::find_if(entries_.begin(), entries_.end(), [](const DeviceEntry& e) {
     return !e.tracking && !e.blockedUntilLift;
@@ -115,7 +121,7 @@ PinchEngine::Tracking PinchEngine::beginTracking(const PinchPair& pair, AppId ta
           .baseDistance = pair.distance,
           .baseCentroid = pair.midpoint,
           .magnification = {.lastDistance = pair.distance, .smoothed = 0},
-          .lastAngle = pair.angle,
+          .lastAngle = pair.angle(),
           .mode = pair.acceptable ? Mode::idle : Mode::rejected,
           .targetBundleID = target,
           .eventLocation = {}};
@@ -137,22 +143,29 @@ void PinchEngine::advanceLocked(DeviceEntry& entry, const PinchPair& pair, const
     cancelLocked(entry);
     return;
   }
-  const double turned = angleChange(tracking.lastAngle, pair.angle);
-  tracking.lastAngle = pair.angle;
-  tracking.totalRotation += turned;
   switch (tracking.mode) {
     case Mode::idle:
+      turn(tracking, pair);
       judgeIdleLocked(tracking, pair, context);
       break;
     case Mode::pinching:
+      // Never rotates any more, so nobody needs the angle.
       pinchStepLocked(tracking, pair.distance);
       break;
     case Mode::rotating:
-      post(tracking, GestureKind::rotate, GesturePhase::changed, turned);
+      post(tracking, GestureKind::rotate, GesturePhase::changed, turn(tracking, pair));
       break;
     case Mode::rejected:
       break;
   }
+}
+
+double PinchEngine::turn(Tracking& tracking, const PinchPair& pair) noexcept {
+  const double angle = pair.angle();
+  const double turned = angleChange(tracking.lastAngle, angle);
+  tracking.lastAngle = angle;
+  tracking.totalRotation += turned;
+  return turned;
 }
 
 void PinchEngine::judgeIdleLocked(Tracking& tracking, const PinchPair& pair,

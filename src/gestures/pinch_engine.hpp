@@ -76,6 +76,8 @@ class PinchEngine {
   [[nodiscard]] DeviceEntry& entryLocked(MTDevice device);
   [[nodiscard]] static Tracking beginTracking(const PinchPair& pair, AppId target);
   void advanceLocked(DeviceEntry& entry, const PinchPair& pair, const Context& context);
+  /// Follows the pair's angle; the change since the last frame in degrees.
+  static double turn(Tracking& tracking, const PinchPair& pair) noexcept;
   void judgeIdleLocked(Tracking& tracking, const PinchPair& pair, const Context& context);
   void pinchStepLocked(Tracking& tracking, double distance);
   [[nodiscard]] bool settingStillOn(Mode mode) const;

@@ -43,10 +43,21 @@ PinchPair measurePair(const Finger& a, const Finger& b) noexcept {
   const Point p1 = {static_cast<double>(f1.mmPos.x), static_cast<double>(f1.mmPos.y)};
   return {.id1 = f0.id,
           .id2 = f1.id,
-          .distance = std::hypot(p1.x - p0.x, p1.y - p0.y),
+          .distance = distanceBetween(p0, p1),
           .midpoint = {(p0.x + p1.x) / 2, (p0.y + p1.y) / 2},
-          .angle = std::atan2(p1.y - p0.y, p1.x - p0.x) * 180 / std::numbers::pi,
+          .line = {p1.x - p0.x, p1.y - p0.y},
           .acceptable = startsWell(f0) && startsWell(f1)};
+}
+
+double PinchPair::angle() const noexcept {
+  return std::atan2(line.y, line.x) * 180 / std::numbers::pi;
+}
+
+// Squares of single-precision numbers cannot overflow a double, so a plain root will do.
+double distanceBetween(Point a, Point b) noexcept {
+  const double dx = b.x - a.x;
+  const double dy = b.y - a.y;
+  return std::sqrt(dx * dx + dy * dy);
 }
 
 double angleChange(double from, double to) noexcept {

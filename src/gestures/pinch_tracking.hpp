@@ -12,17 +12,23 @@
 
 namespace velotap {
 
-/// The two contacts of one frame as a line.
+/// The two contacts of one frame as a line from the one with the smaller identifier to the other.
 struct PinchPair {
-  std::int32_t id1 = 0;  ///< the smaller identifier
+  std::int32_t id1 = 0;
   std::int32_t id2 = 0;
   double distance = 0;
   Point midpoint;
-  double angle = 0;         ///< of the line from id1 to id2
+  Point line;               ///< from the first contact to the second
   bool acceptable = false;  ///< neither contact lies on a side edge or is in fast movement
+
+  /// Of the line. Costs more than all the rest, so it is computed only where it is asked for.
+  [[nodiscard]] double angle() const noexcept;
 };
 
 [[nodiscard]] PinchPair measurePair(const Finger& a, const Finger& b) noexcept;
+
+/// Between two points, in their unit.
+[[nodiscard]] double distanceBetween(Point a, Point b) noexcept;
 
 /// A contact firm enough to count: no light touch, no resting edge of the hand.
 [[nodiscard]] bool isPinchContact(const Finger& finger) noexcept;

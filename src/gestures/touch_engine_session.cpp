@@ -65,7 +65,7 @@ void TouchEngine::updateTapSession(DeviceState& state, const Fingers& fingers, A
   }
   state.tapMotion.update(fingers);
   state.maxFingers = std::max(state.maxFingers, static_cast<int>(fingers.size()));
-  state.swipe.update(fingers);
+  if (state.swipeEnabledAtStart) state.swipe.update(fingers);
 }
 
 void TouchEngine::endSession(DeviceState& state, AppId currentTarget) {

@@ -1,0 +1,43 @@
+// One event node of a multitouch surface: opened, described, set up so that nothing but touches
+// wakes the process, and asked for its present state.
+//
+// A set of system calls behind one small class, so that the hub above it can be tested on anything
+// that yields input events. One thread at a time.
+#pragma once
+
+#include <linux/input.h>
+
+#include <cstddef>
+#include <memory>
+#include <span>
+#include <string>
+
+#include "adapters/linux/evdev/contact_reader.hpp"
+#include "adapters/linux/evdev/evdev_device.hpp"
+
+namespace velotap {
+
+class SurfaceNode {
+ public:
+  enum class ReadResult { events, nothing, gone };
+
+  virtual ~SurfaceNode() = default;
+  [[nodiscard]] virtual const EvdevDevice& description() const = 0;
+  [[nodiscard]] virtual int descriptor() const = 0;
+  /// Starts the flow of events; false when the device is gone.
+  [[nodiscard]] virtual bool open() = 0;
+  virtual void close() = 0;
+  /// Reads what is there without waiting; `count` events were written.
+  [[nodiscard]] virtual ReadResult read(std::span<input_event> events, std::size_t& count) = 0;
+  /// Tells the reader what is down right now; nothing is when the device is gone.
+  virtual void synchronise(ContactReader& reader, int slots) = 0;
+};
+
+/// The node at a path, described; null when it may not be read or is no input device. It is closed
+/// until it is opened: a device nobody listens to is left alone.
+[[nodiscard]] std::shared_ptr<SurfaceNode> makeEvdevNode(const std::string& path);
+
+/// Reads a description from an open event node; false when it is none.
+[[nodiscard]] bool describeNode(int descriptor, EvdevDevice& device);
+
+}  // namespace velotap

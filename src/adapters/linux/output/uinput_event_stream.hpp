@@ -1,0 +1,45 @@
+// Posting on Linux: middle clicks and keystrokes through the virtual pointer, gestures through the
+// virtual touchpad.
+//
+// Any thread; nothing waits. Where a click lands is the desktop's business, so locations are only
+// for diagnostics and for the practice surface.
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <memory>
+
+#include "adapters/linux/output/paced_output.hpp"
+#include "adapters/linux/output/pointer_locator.hpp"
+#include "platform/event_stream.hpp"
+#include "platform/keyboard_layout.hpp"
+
+namespace velotap {
+
+class UinputEventStream final : public EventStream {
+ public:
+  /// Gestures are handed on; see GestureTouchpad.
+  using PostGesture = std::function<void(const GestureEvent&)>;
+
+  UinputEventStream(PacedOutput& output, PointerLocator& locator, PostGesture postGesture);
+
+  /// What the keys of the layout in use type; null when nobody knows. Main thread.
+  void setLayout(std::unique_ptr<KeyTranslator> layout);
+
+  [[nodiscard]] std::optional<Point> pointerLocation() override;
+  [[nodiscard]] std::optional<MouseEvent> makeMouse(MouseEventType type, int button,
+                                                    Point location) override;
+  void post(const MouseEvent& event) override;
+  [[nodiscard]] std::optional<KeyEvent> makeKey(std::uint16_t keyCode, bool down) override;
+  void post(const KeyEvent& event) override;
+  void post(const GestureEvent& event) override;
+
+ private:
+  PacedOutput& output_;
+  PointerLocator& locator_;
+  PostGesture postGesture_;
+  std::mutex layoutLock_;
+  std::shared_ptr<KeyTranslator> layout_;
+};
+
+}  // namespace velotap

@@ -1,0 +1,24 @@
+// What the program's arguments ask for, besides diagnostics.
+//
+// Pure. An argument that nobody knows is no reason not to start: it is named, and ignored.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace velotap {
+
+struct CommandLine {
+  bool help = false;
+  bool version = false;
+  std::vector<std::string_view> unknown;
+};
+
+/// The program's own path, the first argument, is skipped.
+[[nodiscard]] CommandLine parseCommandLine(int argc, const char* const* argv);
+
+[[nodiscard]] std::string helpText();
+[[nodiscard]] std::string versionText();
+
+}  // namespace velotap
