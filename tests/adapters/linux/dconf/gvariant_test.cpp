@@ -8,6 +8,7 @@ namespace velotap {
 namespace {
 
 using namespace std::string_literals;
+using namespace std::string_view_literals;
 
 /// Asks everything of a value and of all that it holds, so that a sanitizer sees each read.
 std::size_t walk(const GVariant& value, int depth = 0) {
