@@ -41,7 +41,7 @@ LinuxDesktop::LinuxDesktop(bool debug)
       notices_(queue_),
       pointer_(chordKeyCodes()),
       output_(pointer_, clock_, &tellOutput),
-      locator_(clock_),
+      locator_(clock_, queue_),
       gestures_(
           touchpad_,
           {.padUsable = [this] { return systemPreferences_.gesturePadUsable(); },
