@@ -91,9 +91,10 @@ class WaylandDesktop(Desktop):
         workshop.environment["WAYLAND_DISPLAY"] = "wayland-1"
         workshop.environment["XDG_SESSION_TYPE"] = "wayland"
 
-    def spawn_server(self, arguments, **environment):
+    def spawn_server(self, arguments, talks=False, complains=False, **environment):
         appearance = Appearance(self.socket)
-        self.server = self.workshop.spawn(arguments, talks=False, **environment)
+        self.server = self.workshop.spawn(arguments, talks=talks, complains=complains,
+                                          **environment)
         appearance.wait()
         listening(self.socket)
 
@@ -162,8 +163,13 @@ class Kwin(WithBus):
         workshop.environment["XDG_CURRENT_DESKTOP"] = "KDE"
         self._scripts = 0
 
+    def prepare(self):
+        super().prepare()
+        # A copy bears no file capability, which a container may be unable to grant.
+        self.program = self.workshop.copy_of("kwin_wayland")
+
     def start_server(self):
-        self.spawn_server(["kwin_wayland", "--virtual", "--socket", "wayland-1",
+        self.spawn_server([self.program, "--virtual", "--socket", "wayland-1",
                            "--no-lockscreen", "--no-global-shortcuts"],
                           KWIN_COMPOSE="Q", WAYLAND_DISPLAY="", QT_QPA_PLATFORM="wayland",
                           **self.permissions)
@@ -209,6 +215,9 @@ class Gnome(WithBus):
         version = re.search(r"\d+", self.workshop.ask(["gnome-shell", "--version"])).group()
         super().prepare()
         self.workshop.environment["GSETTINGS_BACKEND"] = "keyfile"
+        # The shell cannot start without a system bus; that nobody it looks for is there is fine.
+        self.workshop.environment["DBUS_SYSTEM_BUS_ADDRESS"] = \
+            self.workshop.environment["DBUS_SESSION_BUS_ADDRESS"]
         folder = os.path.join(self.workshop.home, ".local/share/gnome-shell/extensions", self.uuid)
         assemble = os.path.join(os.path.dirname(os.path.abspath(__file__)),
                                 "../../packaging/gnome-extension/assemble")
@@ -227,8 +236,8 @@ class Gnome(WithBus):
     def start_server(self):
         self.spawn_server(["gnome-shell", "--headless", "--wayland", "--unsafe-mode",
                            "--wayland-display", "wayland-1", "--virtual-monitor", "1024x768"],
-                          WAYLAND_DISPLAY="", MUTTER_DEBUG_DUMMY_MODE_SPECS="")
-        self.wait_for_name("org.gnome.Shell")
+                          talks=True, complains=True, WAYLAND_DISPLAY="", MUTTER_DEBUG_DUMMY_MODE_SPECS="")
+        self.server.take(lambda fields: "GNOME Shell started" in fields[0], "the shell's start")
         if self.extension:
             self.wait_for_name("app.norwend.velotap.GnomeFront")
         self.evaluate("Main.overview.hide()")
@@ -240,9 +249,10 @@ class Gnome(WithBus):
 
     def activate(self, _window, name):
         self.evaluate(f"""
-            global.get_window_actors().map(actor => actor.meta_window)
-                .find(window => window.get_wm_class() === '{name}')
-                .activate(global.get_current_time())""")
+            Main.activateWindow(
+                global.get_window_actors().map(actor => actor.meta_window)
+                    .find(window => window.get_wm_class() === '{name}'),
+                global.display.get_current_time_roundtrip())""")
 
     def window(self, name):
         window = super().window(name)

@@ -128,20 +128,25 @@ class Workshop:
         }
 
     def own(self, folder):
-        """Hands a folder and what is in it to whoever runs the programs."""
+        """Hands a file, or a folder and what is in it, to whoever runs the programs."""
         if self._user is None:
             return
+        names = [folder]
         for path, folders, files in os.walk(folder):
-            for name in [path] + [os.path.join(path, file) for file in folders + files]:
-                os.chown(name, self._user.pw_uid, self._user.pw_gid, follow_symlinks=False)
+            names += [os.path.join(path, name) for name in folders + files]
+        for name in names:
+            os.chown(name, self._user.pw_uid, self._user.pw_gid, follow_symlinks=False)
 
     def write(self, path, text):
-        os.makedirs(os.path.dirname(path), exist_ok=True)
+        folder = os.path.dirname(path)
+        if not os.path.isdir(folder):
+            os.makedirs(folder)
+            self.own(self.home)
         # Written aside and renamed, as installers do.
         with open(path + ".new", "w", encoding="utf-8") as file:
             file.write(text)
+        self.own(path + ".new")
         os.rename(path + ".new", path)
-        self.own(self.home)
 
     def install(self, name, **keys):
         """Installs a desktop entry in the user's own folder."""
@@ -149,7 +154,18 @@ class Workshop:
         text = "[Desktop Entry]\n" + "".join(f"{key}={value}\n" for key, value in entry.items())
         self.write(os.path.join(self.applications, name + ".desktop"), text)
 
-    def spawn(self, arguments, name=None, talks=True, pass_fds=(), **environment):
+    def copy_of(self, program):
+        """A private copy of an installed program."""
+        path = shutil.which(program, path=self.environment["PATH"])
+        if path is None:
+            raise Missing(program)
+        copy = os.path.join(self.root, program)
+        shutil.copy(path, copy)
+        return copy
+
+    def spawn(self, arguments, name=None, talks=True, complains=False, pass_fds=(), **environment):
+        """Starts a program. One that talks is read and written to; with `complains`, its standard
+        error is read too."""
         if shutil.which(arguments[0], path=self.environment["PATH"]) is None:
             raise Missing(arguments[0])
         name = name or os.path.basename(arguments[0])
@@ -158,7 +174,8 @@ class Workshop:
         process = subprocess.Popen(
             arguments, env={**self.environment, **environment}, cwd=self.root,
             stdin=subprocess.PIPE if talks else subprocess.DEVNULL,
-            stdout=subprocess.PIPE if talks else log, stderr=log, pass_fds=pass_fds,
+            stdout=subprocess.PIPE if talks else log,
+            stderr=subprocess.STDOUT if complains else log, pass_fds=pass_fds,
             start_new_session=True,
             **({"user": self._user.pw_uid, "group": self._user.pw_gid, "extra_groups": []}
                if self._user else {}))

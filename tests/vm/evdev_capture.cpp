@@ -4,7 +4,8 @@
 //   evdev_capture NODE FILE
 //
 // Writes the device's description, prints "recording", then writes every event with its time since
-// the first one. Ends on SIGTERM or when the device is unplugged; the file is complete then.
+// the first one. Ends on SIGTERM or when the device is unplugged; the file is complete then, and
+// the monotonic time of the first event is printed.
 #include <fcntl.h>
 #include <libevdev/libevdev.h>
 #include <linux/input.h>
@@ -111,7 +112,8 @@ void writeEvent(std::FILE* out, const input_event& event, std::int64_t microseco
                code != nullptr ? code : "?", event.value);
 }
 
-void record(std::FILE* out, int fd) {
+/// The time of the first event in microseconds; -1 when there was none.
+std::int64_t record(std::FILE* out, int fd) {
   std::int64_t first = -1;
   pollfd polled{fd, POLLIN, 0};
   while (stopped == 0) {
@@ -119,7 +121,7 @@ void record(std::FILE* out, int fd) {
     std::array<input_event, 64> events{};
     const ssize_t size = read(fd, events.data(), sizeof events);
     if (size < 0 && (errno == EINTR || errno == EAGAIN)) continue;
-    if (size <= 0) return;
+    if (size <= 0) break;
     const std::size_t count = static_cast<std::size_t>(size) / sizeof(input_event);
     for (const input_event& event : std::span(events).first(count)) {
       const std::int64_t time = event.input_event_sec * 1'000'000LL + event.input_event_usec;
@@ -127,6 +129,7 @@ void record(std::FILE* out, int fd) {
       writeEvent(out, event, time - first);
     }
   }
+  return first;
 }
 
 int capture(const char* node, const char* path) {
@@ -151,7 +154,8 @@ int capture(const char* node, const char* path) {
   libevdev_free(device);
   std::puts("recording");
   std::fflush(stdout);
-  record(out.get(), fd.get());
+  const std::int64_t first = record(out.get(), fd.get());
+  std::printf("first %.6f\n", static_cast<double>(first) / 1e6);
   if (std::fflush(out.get()) != 0) {
     std::fprintf(stderr, "evdev_capture: %s: %s\n", path, std::strerror(errno));
     return 1;

@@ -96,15 +96,8 @@ SurfaceHub::SurfaceHub()
 }
 
 SurfaceHub::~SurfaceHub() {
-  while (true) {
-    std::shared_ptr<Surface> surface;
-    {
-      const std::lock_guard guard(dispatch_);
-      if (served_.empty()) break;
-      surface = served_.front().surface;
-    }
-    stop(surface);
-  }
+  endThread();
+  for (const Served& served : served_) served.surface->node().close();
   ::close(wake_);
   ::close(epoll_);
 }
@@ -144,25 +137,35 @@ void SurfaceHub::runThreadLocked() {
 }
 
 void SurfaceHub::stop(const std::shared_ptr<Surface>& surface) {
-  std::thread finished;
+  bool last = false;
   {
     std::unique_lock guard(dispatch_, std::defer_lock);
     if (!onHubThread()) guard.lock();
-    const auto found = std::find_if(served_.begin(), served_.end(), [&](const Served& served) {
-      return served.surface == surface;
-    });
+    const auto found =
+        std::find_if(served_.begin(), served_.end(),
+                     [&](const Served& served) { return served.surface == surface; });
     if (found == served_.end()) return;
     if (surface->node().descriptor() >= 0) {
       ::epoll_ctl(epoll_, EPOLL_CTL_DEL, surface->node().descriptor(), nullptr);
     }
     surface->node().close();
     served_.erase(found);
-    if (!served_.empty() || onHubThread()) return;
+    last = served_.empty();
+  }
+  // The hub's own thread cannot wait for itself; it sleeps until somebody else starts or ends it.
+  if (last && !onHubThread()) endThread();
+}
+
+void SurfaceHub::endThread() {
+  std::thread finished;
+  {
+    const std::lock_guard guard(dispatch_);
+    if (!thread_.joinable()) return;
     ending_ = true;
     finished = std::move(thread_);
   }
   wake();
-  if (finished.joinable()) finished.join();
+  finished.join();
 }
 
 void SurfaceHub::run() {

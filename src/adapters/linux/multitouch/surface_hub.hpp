@@ -65,6 +65,7 @@ class SurfaceHub {
  private:
   void run();
   void runThreadLocked();
+  void endThread();
   void serve(std::uint64_t key);
   [[nodiscard]] bool onHubThread() const;
   void wake() const;

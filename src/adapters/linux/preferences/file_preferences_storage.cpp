@@ -13,7 +13,7 @@
 #include <filesystem>
 #include <utility>
 
-#include "adapters/linux/preferences/json_value.hpp"
+#include "adapters/json/json_value.hpp"
 
 namespace velotap {
 namespace {

@@ -24,8 +24,9 @@ class FileWatchTest : public testing::Test {
     watch.reset();
     fs::remove_all(root);
   }
-  void follow(std::vector<fs::path> files) {
+  void follow(const std::vector<fs::path>& files) {
     std::vector<std::string> paths;
+    paths.reserve(files.size());
     for (const auto& file : files) paths.push_back((root / file).string());
     watch.emplace(queue, paths, [this] { ++changes; });
   }

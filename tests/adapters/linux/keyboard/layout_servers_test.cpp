@@ -24,14 +24,10 @@
 #include "adapters/linux/keyboard/kde_layout_group.hpp"
 #include "adapters/linux/keyboard/wayland_layout_source.hpp"
 #include "adapters/linux/keyboard/x11_layout_source.hpp"
+#include "adapters/linux/keyboard/xcb_xkb.hpp"
 #include "adapters/linux/runtime/posix_clock.hpp"
 #include "adapters/linux/runtime/posix_main_queue.hpp"
 #include "temporary_folder.hpp"
-
-// The generated header names a member after a keyword.
-#define explicit explicit_
-#include <xcb/xkb.h>
-#undef explicit
 
 namespace velotap {
 namespace {
@@ -47,6 +43,7 @@ class Child {
     posix_spawn_file_actions_init(&actions);
     if (announces >= 0) posix_spawn_file_actions_adddup2(&actions, ends[1], announces);
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (auto& word : command) arguments.push_back(word.data());
     arguments.push_back(nullptr);
     const int error =
