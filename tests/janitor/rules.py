@@ -121,4 +121,4 @@ def too_long(text):
 def packages_without_reason(text):
     """Each line of the package list is a name, an optional group, and a reason."""
     return [f"{i}: no reason: {line}" for i, line in enumerate(text.split("\n"), 1)
-            if line and not line.startswith("#") and not re.search(r"\s# \S", line)]
+            if line and line[0] not in "#[" and not re.search(r"\s# \S", line)]
