@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <chrono>
 #include <cinttypes>
 #include <cmath>
 #include <cstdint>
@@ -16,9 +17,10 @@
 #include <cstring>
 #include <memory>
 #include <span>
+#include <variant>
 
+#include "adapters/simulated/simulated_desktop.hpp"
 #include "control/services.hpp"
-#include "support/ports.hpp"
 #include "support/touches.hpp"
 
 namespace velotap {
@@ -62,19 +64,13 @@ class Input {
   std::span<const std::uint8_t> bytes_;
 };
 
-// Posts nowhere and judges what it is given.
-class JudgingEvents final : public EventStream {
+// Judges what is posted.
+class Judge {
  public:
-  std::optional<Point> pointer = Point{10, 10};
   bool mayLoseEnds = false;  ///< the application went away: its gesture may end in silence
   bool middleHeld = false;   ///< a converted press is down
 
-  [[nodiscard]] std::optional<Point> pointerLocation() override { return pointer; }
-  [[nodiscard]] std::optional<MouseEvent> makeMouse(MouseEventType type, int button,
-                                                    Point location) override {
-    return MouseEvent{.type = type, .button = button, .location = location, .native = {}};
-  }
-  void post(const MouseEvent& event) override {
+  void operator()(const MouseEvent& event) {
     check(event.button == kMiddleButton, "only middle buttons are posted");
     if (event.type == MouseEventType::otherDown) {
       check(!inClick_, "a click is whole before the next begins");
@@ -87,16 +83,13 @@ class JudgingEvents final : public EventStream {
       middleHeld = false;
     }
   }
-  [[nodiscard]] std::optional<KeyEvent> makeKey(std::uint16_t keyCode, bool down) override {
-    return KeyEvent{.keyCode = keyCode, .down = down, .flags = 0, .native = {}};
-  }
-  void post(const KeyEvent& event) override {
+  void operator()(const KeyEvent& event) {
     check(event.flags == kCommandFlag, "every shortcut has the Command key");
     check(event.down != keyDown_, "presses and releases alternate");
     keyDown_ = event.down;
     tally.shortcuts += event.down ? 1 : 0;
   }
-  void post(const GestureEvent& event) override {
+  void operator()(const GestureEvent& event) {
     check(std::isfinite(event.location.x) && std::isfinite(event.location.y), "a place on screen");
     const double limit = event.kind == GestureKind::magnify ? 0.1 : 180;
     check(std::abs(event.value) <= limit, "the step is within its limit");
@@ -135,86 +128,100 @@ constexpr std::array kSwitches = {
 constexpr std::array kNumbers = {"maxTapDurationMs", "maxTapDrift", "pinchSensitivity",
                                  "centerMinX", "centerMaxX"};
 
+constexpr std::array kDevices = {"pad", "mouse", "second mouse"};
+
 class Player {
  public:
   Player() {
-    log_.on = false;
-    for (const std::int32_t family : {128, 112, 113}) library_.add("device", family);
-    workspace_.setFront(RunningApplication{AppId::intern(kApps[0]), ""});
-    system_.set("com.apple.AppleMultitouchTrackpad", "TrackpadThreeFingerDrag", 1);
+    desktop_.multitouch.add({.name = kDevices[0], .family = 128});
+    desktop_.multitouch.add({.name = kDevices[1], .family = 112});
+    desktop_.multitouch.add({.name = kDevices[2], .family = 113});
+    desktop_.systemPreferences.set("com.apple.AppleMultitouchTrackpad", "TrackpadThreeFingerDrag",
+                                   1);
     services_.defaults.set("mouseRotate", true);
     services_.launch();
-    for (auto& device : library_.devices) library_.deliver(device, nullptr, 0);
+    for (const char* device : kDevices) desktop_.multitouch.deliver(device, nullptr, 0);
   }
 
   void play(Input input) {
     while (!input.empty()) step(input);
     services_.controller.stop();
-    events_.atRest();
-    check(!events_.middleHeld, "no button stays down after a stop");
+    judge_.atRest();
+    check(!judge_.middleHeld, "no button stays down after a stop");
     check(!services_.engine.hasActiveContact(), "no contact outlives a stop");
     check(!services_.pinch.isPinching(), "no pinch outlives a stop");
+    check(desktop_.multitouch.heldReferences() == 0, "every device was given back");
+    check(desktop_.multitouch.faults().empty(), "the library was used as it wants to be");
   }
 
  private:
   void step(Input& input) {
     const std::uint8_t op = input.byte();
-    auto& device = library_.devices[(op >> 4) % library_.devices.size()];
-    switch (op % 16) {
+    const char* device = kDevices[(op >> 5) % kDevices.size()];
+    switch (op % 32) {
       case 0:
         rawFrame(device, input);
         break;
       case 1:
-      case 2:
-        land(device, input);
-        break;
-      case 3:
-      case 4:
-      case 5:
-        move(device, input);
-        break;
-      case 6:
-        deliver(device, 0);
-        break;
-      case 7:
-        deliver(device, held_);
-        break;
-      case 8:
         changeSetting(input);
         break;
-      case 9:
+      case 2:
         switchApplication(input);
         break;
-      case 10:
-      case 11:
-        click(input.byte());
-        break;
-      case 12:
-        clock_.advance(input.byte() / 256.0);
-        break;
-      case 13:
+      case 3:
         loseTap(input.byte());
         break;
-      case 14:
+      case 4:
         control(input.byte());
         break;
-      default:
+      case 5:
         look(input.byte());
+        break;
+      case 6:
+        pass(input.byte() / 256.0);
+        break;
+      case 7:
+      case 8:
+      case 9:
+      case 10:
+        click(input.byte());
+        break;
+      case 11:
+      case 12:
+      case 13:
+        deliver(device, 0);
+        break;
+      case 14:
+      case 15:
+        deliver(device, held_);
+        break;
+      case 16:
+      case 17:
+      case 18:
+      case 19:
+      case 20:
+        land(device, input);
+        break;
+      default:
+        move(device, input);
     }
   }
 
   // The records stand at the end of their memory, so that one too many is somebody else's.
   MTTouch* records(std::size_t n) { return &memory_[kMaxFingers - n]; }
 
-  void frame(test::FakeMultitouch::Device& device, const MTTouch* touches, std::int32_t count) {
-    if (library_.deliver(device, touches, count)) ++tally.frames;
-    clock_.advance(0.0078125);
+  void pass(double seconds) {
+    desktop_.mainQueue.runUntil(desktop_.clock.now() + virtualTime(seconds));
   }
-  void deliver(test::FakeMultitouch::Device& device, std::size_t n) {
+  void frame(const char* device, const MTTouch* touches, std::int32_t count) {
+    if (desktop_.multitouch.deliver(device, touches, count)) ++tally.frames;
+    desktop_.clock.advanceTo(desktop_.clock.now() + std::chrono::milliseconds(8));
+  }
+  void deliver(const char* device, std::size_t n) {
     frame(device, records(n), static_cast<std::int32_t>(n));
     held_ = n;
   }
-  void rawFrame(test::FakeMultitouch::Device& device, Input& input) {
+  void rawFrame(const char* device, Input& input) {
     std::int32_t count = 0;
     input.copyTo(&count, input.byte() % 5);
     const auto n = static_cast<std::size_t>(std::clamp(count, 0, 16));
@@ -226,7 +233,7 @@ class Player {
     frame(device, n == 16 && (count & 64) != 0 ? nullptr : records(n), count);
     held_ = n;
   }
-  void land(test::FakeMultitouch::Device& device, Input& input) {
+  void land(const char* device, Input& input) {
     const std::size_t n = input.byte() % 6;
     for (std::size_t i = 0; i < n; ++i) {
       const std::uint8_t traits = input.byte();
@@ -239,12 +246,25 @@ class Player {
     }
     deliver(device, n);
   }
-  // The contacts of the last frame moved together, apart, or around each other.
-  void move(test::FakeMultitouch::Device& device, Input& input) {
+  /// Fingers side by side, firm and still, for those who move next.
+  void rest(std::size_t n) {
+    held_ = n;
+    std::ranges::copy(test::row(static_cast<int>(n)), records(n));
+  }
+  /// The contacts of the last frame move together, apart, or around each other for some frames.
+  void move(const char* device, Input& input) {
+    const int frames = 1 + input.byte() % 16;
+    const float dx = input.part() / 16;
+    const float spread = input.part() / 8;
+    const float turn = input.part() / 8;
+    if (held_ == 0) rest(2 + static_cast<std::size_t>(frames % 2));
+    for (int i = 0; i < frames; ++i) {
+      moveOnce(dx, spread, turn);
+      deliver(device, held_);
+    }
+  }
+  void moveOnce(float dx, float spread, float turn) {
     MTTouch* const touches = records(held_);
-    const float dx = input.part() / 8;
-    const float spread = input.part() / 4;
-    const float turn = input.part() / 4;
     MTPoint centre;
     for (std::size_t i = 0; i < held_; ++i) {
       centre.x += touches[i].position.x / static_cast<float>(held_);
@@ -256,7 +276,6 @@ class Player {
       touches[i].position.y += from.y * spread + from.x * turn;
       touches[i].millimetres = {touches[i].position.x * 60, touches[i].position.y * 100};
     }
-    deliver(device, held_);
   }
 
   void changeSetting(Input& input) {
@@ -272,17 +291,17 @@ class Player {
   void switchApplication(Input& input) {
     const std::uint8_t how = input.byte();
     const char* app = kApps[how % std::size(kApps)];
-    events_.mayLoseEnds = true;
+    judge_.mayLoseEnds = true;
     switch (how >> 2 & 7) {
       case 0:
       case 1:
-        workspace_.activate(app);
+        desktop_.workspace.activate(RunningApplication{AppId::intern(app), ""});
         break;
       case 2:
-        workspace_.activate(std::nullopt);
+        desktop_.workspace.activate(std::nullopt);
         break;
       case 3:
-        workspace_.setLive(AppId::intern(app));
+        desktop_.workspace.setLive(AppId::intern(app));
         break;
       case 4:
         services_.config.setIgnoredApps({app});
@@ -302,87 +321,63 @@ class Player {
                                    MouseEventType::rightDown,   MouseEventType::rightUp,
                                    MouseEventType::leftDragged, MouseEventType::rightDragged};
     const MouseEventType type = kTypes[how % kTypes.size()];
-    const std::string out = taps_.button(type, how >> 5, (how & 16) == 0);
-    if (out.starts_with("type=25")) {
-      check(!events_.middleHeld, "a converted press is not pressed again");
-      events_.middleHeld = true;
+    const auto out = desktop_.taps.send({.type = type, .button = 0, .number = how >> 5},
+                                        (how & 16) == 0 ? EventOrigin::hid : EventOrigin::session);
+    if (!out || out->type == type) return;
+    check(out->button == kMiddleButton, "what is converted is a middle button");
+    if (out->type == MouseEventType::otherDown) {
+      check(!judge_.middleHeld, "a converted press is not pressed again");
+      judge_.middleHeld = true;
       ++tally.conversions;
-    } else if (out.starts_with("type=26")) {
-      check(events_.middleHeld, "a converted release had its press");
-      events_.middleHeld = false;
-    } else if (out.starts_with("type=27")) {
-      check(events_.middleHeld, "a converted drag had its press");
+    } else if (out->type == MouseEventType::otherUp) {
+      check(judge_.middleHeld, "a converted release had its press");
+      judge_.middleHeld = false;
+    } else {
+      check(judge_.middleHeld, "a converted drag had its press");
     }
   }
   void loseTap(std::uint8_t how) {
-    const auto& tap = (how & 1) != 0 ? taps_.hid : taps_.session;
-    if (!tap) return;
-    taps_.revives = how % 16 > 1;
-    test::FakeTaps::disable(tap, TapDisabled::byTimeout);
-    taps_.revives = true;
-    check((how & 1) != 0 || !events_.middleHeld, "a lost tap holds no button");
+    const bool hid = (how & 1) != 0;
+    const bool runs = services_.controller.isRunning();
+    desktop_.taps.disable(hid ? TapLocation::hid : TapLocation::session, TapDisabled::byTimeout,
+                          how % 16 > 1);
+    check(hid || !runs || !judge_.middleHeld, "a lost tap holds no button");
   }
   void control(std::uint8_t how) {
     switch (how % 32) {
       case 0:
         services_.controller.stop();
-        check(!events_.middleHeld, "no button stays down after a stop");
+        check(!judge_.middleHeld, "no button stays down after a stop");
         break;
       case 1:
         services_.controller.restart();
         break;
       case 2:
-        notices_.displays.notify();
+        desktop_.notices.displayReconfigured();
         break;
       case 3:
-        notices_.willSleep.notify();
+        desktop_.notices.willSleep();
         break;
       default:
         services_.controller.start();
     }
-    queue_.runDue();
-    library_.takeCalls();
-    taps_.calls.clear();
+    desktop_.mainQueue.runDue();
+    desktop_.multitouch.takeCalls();
   }
   void look(std::uint8_t how) {
-    if (how == 255) log_.on = true;
-    log_.take();
-    queue_.advance(how % 4);
+    desktop_.log.setEnabled(how == 255);
+    pass(how % 4);
     for (const TapActivity& item : services_.activity.items()) {
       check(item.duration >= 0 && item.drift >= 0 && item.fingers >= 1 && item.fingers <= 16,
             "a recorded tap is a tap");
     }
   }
 
-  test::ManualClock clock_;
-  test::VirtualQueue queue_{clock_};
-  test::FakeMultitouch library_;
-  JudgingEvents events_;
-  test::FakeTaps taps_;
-  test::MemoryPreferences preferences_;
-  test::FakeSystemPreferences system_;
-  test::FakeWorkspace workspace_;
-  test::FakeKeyboardLayout layout_;
-  test::FakeNotices notices_;
-  test::FakeTrust trust_;
-  test::FakeAlerts alerts_;
-  NotificationCenter notifications_;
-  test::RecordingLog log_;
-  Platform platform_{.clock = clock_,
-                     .mainQueue = queue_,
-                     .libraries = library_,
-                     .events = events_,
-                     .taps = taps_,
-                     .preferences = preferences_,
-                     .systemPreferences = system_,
-                     .workspace = workspace_,
-                     .keyboardLayout = layout_,
-                     .notices = notices_,
-                     .trust = trust_,
-                     .alerts = alerts_,
-                     .notifications = notifications_,
-                     .log = log_};
-  Services services_{platform_};
+  SimulatedDesktop desktop_;
+  Judge judge_;
+  Observation judging_ =
+      desktop_.events.observePosts([this](const PostedEvent& event) { std::visit(judge_, event); });
+  Services services_{desktop_.platform};
   std::unique_ptr<MTTouch[]> memory_ = std::make_unique<MTTouch[]>(kMaxFingers);
   std::size_t held_ = 0;  ///< records of the last frame
 };

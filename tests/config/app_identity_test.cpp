@@ -2,44 +2,90 @@
 
 #include <gtest/gtest.h>
 
-#include "adapters/simulated/simulated_preferences.hpp"
+#include "support/fake_ports.hpp"
 
 namespace velotap {
 namespace {
 
+constexpr const char* kCurrent = "app.norwend.velotap";
+constexpr const char* kLegacy = "app.norwend.Velotap";
 constexpr const char* kMarker = "lowercaseIdentityMigrationCompleted";
 
-class AppIdentityTest : public testing::Test {
+class AppIdentityTest : public ::testing::Test {
  protected:
-  ValueMap current() { return preferences_.load(AppIdentity::kCurrentDomain); }
-  SimulatedPreferences preferences_;
+  void migrate() { AppIdentity::migratePreferences(storage_); }
+  ValueMap& current() { return storage_.domains[kCurrent]; }
+  ValueMap& legacy() { return storage_.domains[kLegacy]; }
+
+  test::MemoryPreferences storage_;
 };
 
+TEST_F(AppIdentityTest, domains) {
+  EXPECT_EQ(AppIdentity::kCurrentDomain, kCurrent);
+  EXPECT_EQ(AppIdentity::kLegacyDomain, kLegacy);
+}
+
 TEST_F(AppIdentityTest, theCurrentDomainWins) {
-  preferences_.store(AppIdentity::kLegacyDomain, {{"enabled", false}, {"padTap4", true}});
-  preferences_.store(AppIdentity::kCurrentDomain, {{"enabled", true}});
-  AppIdentity::migratePreferences(preferences_);
-  EXPECT_EQ(current(), (ValueMap{{"enabled", true}, {"padTap4", true}, {kMarker, true}}));
-  EXPECT_EQ(preferences_.load(AppIdentity::kLegacyDomain),
-            (ValueMap{{"enabled", false}, {"padTap4", true}}))
-      << "left as it was";
+  legacy() = {{"enabled", false}, {"padTap4", true}};
+  current() = {{"enabled", true}, {"mouseRotate", true}};
+  migrate();
+  EXPECT_EQ(
+      current(),
+      (ValueMap{{"enabled", true}, {"padTap4", true}, {"mouseRotate", true}, {kMarker, true}}));
+}
+
+TEST_F(AppIdentityTest, theLegacyDomainIsLeftAsItIs) {
+  legacy() = {{"enabled", false}, {"unknown", ValueMap{{"a", 1}}}};
+  const ValueMap before = legacy();
+  migrate();
+  EXPECT_EQ(legacy(), before);
+  EXPECT_EQ(current().at("unknown"), Value(ValueMap{{"a", 1}}));
 }
 
 TEST_F(AppIdentityTest, happensOnce) {
-  AppIdentity::migratePreferences(preferences_);
-  EXPECT_EQ(current(), (ValueMap{{kMarker, true}}));
-  preferences_.store(AppIdentity::kLegacyDomain, {{"padTap4", true}});
-  AppIdentity::migratePreferences(preferences_);
+  legacy() = {{"enabled", false}};
+  migrate();
+  current().erase("enabled");
+  legacy().insert_or_assign("padTap4", true);
+  migrate();
   EXPECT_EQ(current(), (ValueMap{{kMarker, true}}));
 }
 
-TEST_F(AppIdentityTest, onlyTheBooleanTrueIsTheMarker) {
-  preferences_.store(AppIdentity::kLegacyDomain, {{"padTap4", true}});
-  for (const Value& other : {Value(false), Value(1), Value("true")}) {
-    preferences_.store(AppIdentity::kCurrentDomain, {{kMarker, other}});
-    AppIdentity::migratePreferences(preferences_);
+TEST_F(AppIdentityTest, aMarkerOfTheLegacyDomainCountsOnlyThere) {
+  legacy() = {{kMarker, true}, {"enabled", false}};
+  migrate();
+  EXPECT_EQ(current().at("enabled"), Value(false));
+}
+
+TEST_F(AppIdentityTest, onlyABooleanTrueMarks) {
+  for (const Value& marker : {Value(false), Value(1), Value(1.0), Value("true"), Value("YES")}) {
+    legacy() = {{"padTap4", true}};
+    current() = {{kMarker, marker}};
+    migrate();
     EXPECT_EQ(current(), (ValueMap{{"padTap4", true}, {kMarker, true}}));
   }
+}
+
+TEST_F(AppIdentityTest, withoutAnyDomainTheMarkerIsStored) {
+  migrate();
+  EXPECT_EQ(current(), (ValueMap{{kMarker, true}}));
+  EXPECT_FALSE(storage_.domains.contains(kLegacy));
+}
+
+TEST_F(AppIdentityTest, aFailedWriteIsTriedAgainAtTheNextLaunch) {
+  legacy() = {{"enabled", false}};
+  storage_.refuses = true;
+  migrate();
+  EXPECT_FALSE(storage_.domains.contains(kCurrent));
+  storage_.refuses = false;
+  migrate();
+  EXPECT_EQ(current(), (ValueMap{{"enabled", false}, {kMarker, true}}));
+}
+
+TEST_F(AppIdentityTest, otherDomainsMayBeNamed) {
+  storage_.domains["old"] = {{"a", 1}};
+  AppIdentity::migratePreferences(storage_, "new", "old");
+  EXPECT_EQ(storage_.domains["new"], (ValueMap{{"a", 1}, {kMarker, true}}));
 }
 
 }  // namespace

@@ -112,8 +112,7 @@ void writeEvent(std::FILE* out, const input_event& event, std::int64_t microseco
                code != nullptr ? code : "?", event.value);
 }
 
-/// The time of the first event in microseconds; -1 when there was none.
-std::int64_t record(std::FILE* out, int fd) {
+void record(std::FILE* out, int fd) {
   std::int64_t first = -1;
   pollfd polled{fd, POLLIN, 0};
   while (stopped == 0) {
@@ -121,7 +120,7 @@ std::int64_t record(std::FILE* out, int fd) {
     std::array<input_event, 64> events{};
     const ssize_t size = read(fd, events.data(), sizeof events);
     if (size < 0 && (errno == EINTR || errno == EAGAIN)) continue;
-    if (size <= 0) break;
+    if (size <= 0) return;
     const std::size_t count = static_cast<std::size_t>(size) / sizeof(input_event);
     for (const input_event& event : std::span(events).first(count)) {
       const std::int64_t time = event.input_event_sec * 1'000'000LL + event.input_event_usec;
@@ -129,7 +128,6 @@ std::int64_t record(std::FILE* out, int fd) {
       writeEvent(out, event, time - first);
     }
   }
-  return first;
 }
 
 int capture(const char* node, const char* path) {
@@ -154,8 +152,7 @@ int capture(const char* node, const char* path) {
   libevdev_free(device);
   std::puts("recording");
   std::fflush(stdout);
-  const std::int64_t first = record(out.get(), fd.get());
-  std::printf("first %.6f\n", static_cast<double>(first) / 1e6);
+  record(out.get(), fd.get());
   if (std::fflush(out.get()) != 0) {
     std::fprintf(stderr, "evdev_capture: %s: %s\n", path, std::strerror(errno));
     return 1;

@@ -125,7 +125,7 @@ std::int32_t ContactReader::anonymousId(const RawContact& contact, std::uint32_t
   std::size_t best = kMaxContacts;
   for (std::size_t i = 0; i < std::min(usedSlots_, kMaxContacts); ++i) {
     if ((taken >> i & 1U) != 0) continue;
-    // Not subtracted as integers: a device may send any two.
+    // In double precision: a device may report any two integers, however far apart.
     const double dx = static_cast<double>(contact.x) - slots_[i].x;
     const double dy = static_cast<double>(contact.y) - slots_[i].y;
     const double distance = std::hypot(dx / model_.unitsPerMmX, dy / model_.unitsPerMmY);

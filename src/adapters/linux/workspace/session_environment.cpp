@@ -84,7 +84,7 @@ std::vector<FrontSourceKind> sourcesFor(const SessionEnvironment& session) {
 }
 
 std::string waylandSocket(const SessionEnvironment& session) {
-  const std::string name = session.waylandDisplay.empty() ? "wayland-0" : session.waylandDisplay;
+  std::string name = session.waylandDisplay.empty() ? "wayland-0" : session.waylandDisplay;
   if (name.starts_with('/')) return name;
   if (session.runtimeFolder.empty()) return {};
   return session.runtimeFolder + "/" + name;

@@ -138,18 +138,5 @@ TEST(ProgramOfExec, saysNothingForInterpretersAndSandboxes) {
   }
 }
 
-TEST(Utf8, acceptsWellFormedTextOnly) {
-  for (const char* good :
-       {"", "abc", "\xC2\x80", "\xDF\xBF", "\xE0\xA0\x80", "\xED\x9F\xBF", "\xEE\x80\x80",
-        "\xEF\xBF\xBF", "\xF0\x90\x80\x80", "\xF4\x8F\xBF\xBF"}) {
-    EXPECT_TRUE(isUtf8(good)) << good;
-  }
-  for (const char* bad :
-       {"\x80", "\xC1\xBF", "\xC2", "\xC2\x41", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xE2\x82",
-        "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xFF", "a\xC3"}) {
-    EXPECT_FALSE(isUtf8(bad)) << bad;
-  }
-}
-
 }  // namespace
 }  // namespace velotap

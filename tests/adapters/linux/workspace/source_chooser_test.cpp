@@ -34,8 +34,9 @@ class SourceChooserTest : public testing::Test {
   }
   [[nodiscard]] Kind live() const { return chooser->status().kind; }
   [[nodiscard]] const std::string& text() const { return chooser->status().text; }
-  void make(std::vector<Kind> kinds) {
+  void make(const std::vector<Kind>& kinds) {
     std::vector<FrontSourceCandidate> candidates;
+    candidates.reserve(kinds.size());
     for (const Kind kind : kinds) candidates.push_back(sources.candidate(kind));
     chooser = std::make_unique<SourceChooser>(
         std::move(candidates), recovery, queue, clock, log,
