@@ -41,30 +41,18 @@ const char* refusalText(Refusal refusal) noexcept {
 }
 
 void ContactFilter::update(const RawContacts& contacts, double time) noexcept {
-  forgetLifted(contacts);
+  align(contacts, time);
   bool palmDown = false;
-  for (const RawContact& contact : contacts) {
-    const MTPoint place = model_.millimetres(contact.x, contact.y);
-    Known* known = find(contact.id);
-    if (known == nullptr) {
-      known_.push({.id = contact.id,
-                   .since = time,
-                   .start = place,
-                   .squaredStray = 0,
-                   .bornAtEdge = atEdge(contact),
-                   .refusal = Refusal::none});
-      known = find(contact.id);
-    }
-    known->squaredStray = std::max(known->squaredStray, squaredDistance(known->start, place));
-    if (known->refusal == Refusal::none) known->refusal = judge(contact, *known, time);
-    palmDown = palmDown || known->refusal == Refusal::palm;
+  for (std::size_t i = 0; i < contacts.size(); ++i) {
+    Known& known = known_[i];
+    if (known.refusal == Refusal::none) known.refusal = judge(contacts[i], known, time);
+    palmDown = palmDown || known.refusal == Refusal::palm;
   }
   if (!palmDown) return;
   // After all palms of the frame are known.
-  for (const RawContact& contact : contacts) {
-    Known* known = find(contact.id);
-    if (known->refusal == Refusal::none && nearPalm(contact, *known, contacts)) {
-      known->refusal = Refusal::besidePalm;
+  for (std::size_t i = 0; i < contacts.size(); ++i) {
+    if (known_[i].refusal == Refusal::none && nearPalm(i, contacts)) {
+      known_[i].refusal = Refusal::besidePalm;
     }
   }
 }
@@ -75,23 +63,49 @@ Refusal ContactFilter::refusal(std::int32_t id) const noexcept {
   return found != known_.end() ? found->refusal : Refusal::none;
 }
 
-Refusal ContactFilter::judge(const RawContact& contact, const Known& known, double time) const {
-  if (model_.palmMajor > 0 && contact.major >= model_.palmMajor) return Refusal::palm;
-  if (known.bornAtEdge && time - known.since > kRestingSeconds &&
-      known.squaredStray < kRestingMm * kRestingMm) {
-    return Refusal::restingEdge;
+// What is known follows the contacts' order, which hardly ever changes while they are down; those
+// that lifted are forgotten.
+void ContactFilter::align(const RawContacts& contacts, double time) noexcept {
+  const bool same =
+      std::equal(contacts.begin(), contacts.end(), known_.begin(), known_.end(),
+                 [](const RawContact& contact, const Known& k) { return contact.id == k.id; });
+  if (same) return;
+  const KnownContacts before = known_;
+  known_.clear();
+  for (const RawContact& contact : contacts) {
+    const auto found = std::find_if(before.begin(), before.end(),
+                                    [&](const Known& known) { return known.id == contact.id; });
+    known_.push(found != before.end() ? *found : landed(contact, time));
   }
-  return Refusal::none;
 }
 
-bool ContactFilter::nearPalm(const RawContact& contact, const Known& known,
-                             const RawContacts& contacts) noexcept {
-  return std::any_of(contacts.begin(), contacts.end(), [&](const RawContact& other) {
-    const Known* palm = find(other.id);
-    return palm->refusal == Refusal::palm && std::abs(palm->since - known.since) <= kHandSeconds &&
-           squaredDistance(model_.millimetres(contact.x, contact.y),
-                           model_.millimetres(other.x, other.y)) <= kHandMm * kHandMm;
-  });
+ContactFilter::Known ContactFilter::landed(const RawContact& contact, double time) const noexcept {
+  return {.id = contact.id,
+          .since = time,
+          .start = model_.millimetres(contact.x, contact.y),
+          .squaredStray = 0,
+          .bornAtEdge = atEdge(contact),
+          .refusal = Refusal::none};
+}
+
+Refusal ContactFilter::judge(const RawContact& contact, Known& known, double time) const noexcept {
+  if (model_.palmMajor > 0 && contact.major >= model_.palmMajor) return Refusal::palm;
+  if (!known.bornAtEdge) return Refusal::none;
+  const MTPoint place = model_.millimetres(contact.x, contact.y);
+  known.squaredStray = std::max(known.squaredStray, squaredDistance(known.start, place));
+  const bool stayed = known.squaredStray < kRestingMm * kRestingMm;
+  return stayed && time - known.since > kRestingSeconds ? Refusal::restingEdge : Refusal::none;
+}
+
+bool ContactFilter::nearPalm(std::size_t place, const RawContacts& contacts) const noexcept {
+  const MTPoint here = model_.millimetres(contacts[place].x, contacts[place].y);
+  for (std::size_t i = 0; i < contacts.size(); ++i) {
+    if (known_[i].refusal != Refusal::palm) continue;
+    const bool together = std::abs(known_[i].since - known_[place].since) <= kHandSeconds;
+    const MTPoint there = model_.millimetres(contacts[i].x, contacts[i].y);
+    if (together && squaredDistance(here, there) <= kHandMm * kHandMm) return true;
+  }
+  return false;
 }
 
 bool ContactFilter::atEdge(const RawContact& contact) const noexcept {
@@ -99,21 +113,6 @@ bool ContactFilter::atEdge(const RawContact& contact) const noexcept {
   const auto x = static_cast<double>(p.x);
   const auto y = static_cast<double>(p.y);
   return x < kSideEdge || x > 1 - kSideEdge || y < kBottomEdge || y > 1 - kTopEdge;
-}
-
-ContactFilter::Known* ContactFilter::find(std::int32_t id) noexcept {
-  const auto found = std::find_if(known_.begin(), known_.end(),
-                                  [id](const Known& known) { return known.id == id; });
-  return found != known_.end() ? found : nullptr;
-}
-
-void ContactFilter::forgetLifted(const RawContacts& contacts) noexcept {
-  for (std::size_t i = known_.size(); i > 0; --i) {
-    const std::int32_t id = known_[i - 1].id;
-    const bool down = std::any_of(contacts.begin(), contacts.end(),
-                                  [id](const RawContact& contact) { return contact.id == id; });
-    if (!down) known_.erase(i - 1);
-  }
 }
 
 }  // namespace velotap

@@ -32,6 +32,10 @@ class ContactFilter {
   void update(const RawContacts& contacts, double time) noexcept;
 
   [[nodiscard]] Refusal refusal(std::int32_t id) const noexcept;
+  /// Of the contact at this place in the frame that was judged last.
+  [[nodiscard]] Refusal refusalAt(std::size_t place) const noexcept {
+    return known_[place].refusal;
+  }
   void clear() noexcept { known_.clear(); }
 
  private:
@@ -39,19 +43,19 @@ class ContactFilter {
     std::int32_t id;
     double since;         // when it came down
     MTPoint start;        // millimetres
-    double squaredStray;  // the farthest it got from there, square millimetres
+    double squaredStray;  // of one that was born at the edge: the farthest it got from there
     bool bornAtEdge;
     Refusal refusal;
   };
-  [[nodiscard]] Known* find(std::int32_t id) noexcept;
+  using KnownContacts = FixedVector<Known, kMaxContacts>;
+  void align(const RawContacts& contacts, double time) noexcept;
+  [[nodiscard]] Known landed(const RawContact& contact, double time) const noexcept;
   [[nodiscard]] bool atEdge(const RawContact& contact) const noexcept;
-  [[nodiscard]] Refusal judge(const RawContact& contact, const Known& known, double time) const;
-  [[nodiscard]] bool nearPalm(const RawContact& contact, const Known& known,
-                              const RawContacts& contacts) noexcept;
-  void forgetLifted(const RawContacts& contacts) noexcept;
+  [[nodiscard]] Refusal judge(const RawContact& contact, Known& known, double time) const noexcept;
+  [[nodiscard]] bool nearPalm(std::size_t place, const RawContacts& contacts) const noexcept;
 
   SurfaceModel model_;
-  FixedVector<Known, kMaxContacts> known_;
+  KnownContacts known_;  // in the order of the frame's contacts
 };
 
 }  // namespace velotap

@@ -29,24 +29,31 @@ int fingersOf(unsigned tools) noexcept {
 }  // namespace
 
 ContactReader::Step ContactReader::handle(const input_event& event) noexcept {
-  if (event.type == EV_SYN && event.code == SYN_DROPPED) {
-    dropping_ = true;
+  // Nearly all events.
+  if (event.type == EV_ABS) {
+    if (!dropping_) handleAbsolute(event);
     return Step::nothing;
   }
-  if (event.type == EV_SYN && event.code == SYN_REPORT) {
-    if (std::exchange(dropping_, false)) return Step::resynchronise;
-    if (model_.protocol == ContactProtocol::anonymous) finishAnonymousFrame();
-    return Step::frame;
-  }
-  if (dropping_) return Step::nothing;
-  if (event.type == EV_SYN && event.code == SYN_MT_REPORT) {
-    finishAnonymousContact();
-  } else if (event.type == EV_ABS) {
-    handleAbsolute(event);
-  } else if (event.type == EV_KEY) {
-    handleTool(event);
-  }
+  if (event.type == EV_SYN) return handleSynchronisation(event.code);
+  if (event.type == EV_KEY && !dropping_) handleTool(event);
   return Step::nothing;
+}
+
+ContactReader::Step ContactReader::handleSynchronisation(unsigned code) noexcept {
+  switch (code) {
+    case SYN_DROPPED:
+      dropping_ = true;
+      return Step::nothing;
+    case SYN_REPORT:
+      if (std::exchange(dropping_, false)) return Step::resynchronise;
+      if (model_.protocol == ContactProtocol::anonymous) finishAnonymousFrame();
+      return Step::frame;
+    case SYN_MT_REPORT:
+      if (!dropping_) finishAnonymousContact();
+      return Step::nothing;
+    default:
+      return Step::nothing;
+  }
 }
 
 void ContactReader::handleAbsolute(const input_event& event) noexcept {
@@ -62,7 +69,8 @@ void ContactReader::handleAbsolute(const input_event& event) noexcept {
     return;
   }
   if (currentSlot_ >= kMaxSlots) return;
-  usedSlots_ = std::max(usedSlots_, currentSlot_ + 1);
+  // A slot counts from when something came down in it.
+  if (event.code == ABS_MT_TRACKING_ID) usedSlots_ = std::max(usedSlots_, currentSlot_ + 1);
   assign(slots_[currentSlot_], event);
 }
 

@@ -41,6 +41,7 @@ class ContactReader {
  private:
   static constexpr std::size_t kMaxSlots = 64;
 
+  [[nodiscard]] Step handleSynchronisation(unsigned code) noexcept;
   void handleAbsolute(const input_event& event) noexcept;
   void handleTool(const input_event& event) noexcept;
   void assign(RawContact& contact, const input_event& event) noexcept;

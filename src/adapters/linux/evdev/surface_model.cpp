@@ -125,15 +125,6 @@ void measureFingers(const EvdevDevice& device, SurfaceModel& model) {
 
 }  // namespace
 
-MTPoint SurfaceModel::normalised(std::int32_t x, std::int32_t y) const noexcept {
-  return {static_cast<float>((x - minX) / width), static_cast<float>((minY + height - y) / height)};
-}
-
-MTPoint SurfaceModel::millimetres(std::int32_t x, std::int32_t y) const noexcept {
-  return {static_cast<float>((x - minX) / unitsPerMmX),
-          static_cast<float>((minY + height - y) / unitsPerMmY)};
-}
-
 SurfaceModel surfaceModel(const EvdevDevice& device) {
   SurfaceModel model;
   model.familyId = family(device);

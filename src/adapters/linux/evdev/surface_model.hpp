@@ -36,8 +36,14 @@ struct SurfaceModel {
   [[nodiscard]] double widthMm() const noexcept { return width / unitsPerMmX; }
   [[nodiscard]] double heightMm() const noexcept { return height / unitsPerMmY; }
   /// y grows upwards from here on.
-  [[nodiscard]] MTPoint normalised(std::int32_t x, std::int32_t y) const noexcept;
-  [[nodiscard]] MTPoint millimetres(std::int32_t x, std::int32_t y) const noexcept;
+  [[nodiscard]] MTPoint normalised(std::int32_t x, std::int32_t y) const noexcept {
+    return {static_cast<float>((x - minX) / width),
+            static_cast<float>((minY + height - y) / height)};
+  }
+  [[nodiscard]] MTPoint millimetres(std::int32_t x, std::int32_t y) const noexcept {
+    return {static_cast<float>((x - minX) / unitsPerMmX),
+            static_cast<float>((minY + height - y) / unitsPerMmY)};
+  }
 };
 
 [[nodiscard]] SurfaceModel surfaceModel(const EvdevDevice& device);

@@ -55,14 +55,14 @@ void TouchFrames::clear() noexcept {
 void TouchFrames::build(const RawContacts& contacts, double time) noexcept {
   filter_.update(contacts, time);
   touches_.clear();
-  for (const RawContact& contact : contacts) {
-    if (isTold(contact.id, time)) touches_.push(record(contact, time));
+  for (std::size_t i = 0; i < contacts.size(); ++i) {
+    const Previous* before = previous(contacts[i].id);
+    if (!isTold(filter_.refusalAt(i), before != nullptr, time)) continue;
+    touches_.push(record(contacts[i], before, time));
   }
   noteSession(time);
   previous_.clear();
-  for (const MTTouch& touch : touches_) {
-    previous_.push({touch.identifier, touch.position, touch.velocity});
-  }
+  for (const MTTouch& touch : touches_) previous_.push({touch.identifier, touch.position});
   previousTime_ = time;
 }
 
@@ -71,26 +71,24 @@ void TouchFrames::noteSession(double time) noexcept {
   sessionTouches_ = touches_.empty() ? 0 : std::max(sessionTouches_, touches_.size());
 }
 
-bool TouchFrames::isTold(std::int32_t id, double time) const noexcept {
-  if (filter_.refusal(id) == Refusal::none) return true;
-  return previous(id) != nullptr && sessionTouches_ >= kFewestThatTap &&
-         time - sessionStart_ <= kLongestTap;
+bool TouchFrames::isTold(Refusal refusal, bool toldBefore, double time) const noexcept {
+  if (refusal == Refusal::none) return true;
+  return toldBefore && sessionTouches_ >= kFewestThatTap && time - sessionStart_ <= kLongestTap;
 }
 
-MTTouch TouchFrames::record(const RawContact& contact, double time) const noexcept {
+MTTouch TouchFrames::record(const RawContact& contact, const Previous* before,
+                            double time) const noexcept {
   MTTouch touch;
   std::memset(static_cast<void*>(&touch), 0, sizeof touch);
   touch.identifier = contact.id;
+  touch.stage = before == nullptr ? kStageLanding : kStageTouching;
   touch.position = model_.normalised(contact.x, contact.y);
   touch.millimetres = model_.millimetres(contact.x, contact.y);
   touch.size = relativeSize(contact.major, model_.fingertipMajor);
   touch.density = relativeSize(contact.minor, model_.fingertipMinor);
   touch.pressure = static_cast<float>(contact.pressure);
-  const Previous* before = previous(contact.id);
-  touch.stage = before == nullptr ? kStageLanding : kStageTouching;
-  if (before == nullptr) return touch;
   const double interval = time - previousTime_;
-  if (interval > kLongestInterval) return touch;
+  if (before == nullptr || interval > kLongestInterval) return touch;
   const auto seconds = static_cast<float>(std::max(interval, kShortestInterval));
   touch.velocity = {(touch.position.x - before->position.x) / seconds,
                     (touch.position.y - before->position.y) / seconds};
@@ -98,9 +96,10 @@ MTTouch TouchFrames::record(const RawContact& contact, double time) const noexce
 }
 
 const TouchFrames::Previous* TouchFrames::previous(std::int32_t id) const noexcept {
-  const auto found = std::find_if(previous_.begin(), previous_.end(),
-                                  [id](const Previous& p) { return p.id == id; });
-  return found != previous_.end() ? found : nullptr;
+  for (const Previous& one : previous_) {
+    if (one.id == id) return &one;
+  }
+  return nullptr;
 }
 
 }  // namespace velotap

@@ -43,12 +43,12 @@ class TouchFrames {
   struct Previous {
     std::int32_t id;
     MTPoint position;
-    MTPoint velocity;
   };
   void build(const RawContacts& contacts, double time) noexcept;
   void noteSession(double time) noexcept;
-  [[nodiscard]] bool isTold(std::int32_t id, double time) const noexcept;
-  [[nodiscard]] MTTouch record(const RawContact& contact, double time) const noexcept;
+  [[nodiscard]] bool isTold(Refusal refusal, bool toldBefore, double time) const noexcept;
+  [[nodiscard]] MTTouch record(const RawContact& contact, const Previous* before,
+                               double time) const noexcept;
   [[nodiscard]] const Previous* previous(std::int32_t id) const noexcept;
   [[nodiscard]] TouchFrame frame(double time) noexcept;
 

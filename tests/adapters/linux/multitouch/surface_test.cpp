@@ -114,6 +114,7 @@ struct Frames {
   static void callback(MTDevice, const MTTouch* touches, std::int32_t count, double, std::int32_t) {
     Frames& self = instance();
     std::vector<std::int32_t> list;
+    list.reserve(static_cast<std::size_t>(count));
     for (std::int32_t i = 0; i < count; ++i) list.push_back(touches[i].identifier);
     {
       const std::lock_guard guard(self.lock);
