@@ -29,6 +29,13 @@ std::string valueOf(const DconfPlaces::Lookup& lookup, const char* name) {
   return value != nullptr ? value : "";
 }
 
+/// On Wayland there usually is an X server too, but its touchpads are the compositor's.
+bool isOnX(const DconfPlaces::Lookup& lookup) {
+  if (valueOf(lookup, "DISPLAY").empty()) return false;
+  const std::string type = valueOf(lookup, "XDG_SESSION_TYPE");
+  return type == "x11" || (type != "wayland" && valueOf(lookup, "WAYLAND_DISPLAY").empty());
+}
+
 std::vector<std::string> kdeFiles(const DconfPlaces::Lookup& lookup) {
   std::string folders = valueOf(lookup, "XDG_CONFIG_DIRS");
   if (folders.empty()) folders = "/etc/xdg";
@@ -51,20 +58,22 @@ std::vector<std::string> kdeFiles(const DconfPlaces::Lookup& lookup) {
 DesktopPlaces DesktopPlaces::read(const DconfPlaces::Lookup& lookup) {
   DesktopPlaces places;
   places.dconf = DconfPlaces::read(lookup);
-  for (const auto& desktop : places.dconf.desktops) {
-    if (desktop == "KDE") {
-      places.kind = DesktopKind::kde;
-      places.kdeInputFiles = kdeFiles(lookup);
-      const auto version = kdeInteger(valueOf(lookup, "KDE_SESSION_VERSION"));
-      places.kdeTapsByDefault = version.value_or(0) >= kFirstTappingPlasma;
-      return places;
-    }
+  const auto& desktops = places.dconf.desktops;
+  for (const auto& desktop : desktops) {
     const auto relative = std::ranges::find(kGnomeRelatives, desktop, &GnomeRelative::desktop);
-    if (relative != kGnomeRelatives.end()) {
-      places.kind = DesktopKind::gnome;
-      places.touchpadSchema = relative->schema;
-      return places;
-    }
+    if (relative == kGnomeRelatives.end()) continue;
+    places.kind = DesktopKind::gnome;
+    places.touchpadSchema = relative->schema;
+    return places;
+  }
+  if (isOnX(lookup)) {
+    places.kind = DesktopKind::xServer;
+    places.display = valueOf(lookup, "DISPLAY");
+  } else if (std::ranges::find(desktops, "KDE") != desktops.end()) {
+    places.kind = DesktopKind::kde;
+    places.kdeInputFiles = kdeFiles(lookup);
+    const auto version = kdeInteger(valueOf(lookup, "KDE_SESSION_VERSION"));
+    places.kdeTapsByDefault = version.value_or(0) >= kFirstTappingPlasma;
   }
   return places;
 }

@@ -11,7 +11,8 @@
 
 namespace velotap {
 
-enum class DesktopKind { gnome, kde, other };
+/// `xServer`: any desktop on X but GNOME's relatives; the server knows what it set.
+enum class DesktopKind { gnome, kde, xServer, other };
 
 struct DesktopPlaces {
   DesktopKind kind = DesktopKind::other;
@@ -19,6 +20,7 @@ struct DesktopPlaces {
   std::string touchpadSchema;              ///< of a relative of GNOME
   std::vector<std::string> kdeInputFiles;  ///< the system's first, the user's last
   bool kdeTapsByDefault = false;
+  std::string display;  ///< of the X server
 
   [[nodiscard]] static DesktopPlaces read(const DconfPlaces::Lookup& lookup);
 };

@@ -18,6 +18,7 @@ std::vector<std::string> watchedFiles(const DesktopPlaces& places) {
       return places.dconf.databases;
     case DesktopKind::kde:
       return places.kdeInputFiles;
+    case DesktopKind::xServer:
     case DesktopKind::other:
       return {};
   }
@@ -40,6 +41,9 @@ LinuxSystemPreferences::LinuxSystemPreferences(DescriptorLoop& loop, DesktopPlac
     : places_(std::move(places)),
       gesturePadName_(std::move(gesturePadName)),
       watch_(loop, watchedFiles(places_), [this] { reload(); }) {
+  if (places_.kind == DesktopKind::xServer) {
+    x11_ = std::make_unique<X11Touchpads>(loop, places_.display, [this] { reload(); });
+  }
   // After watching began, so that no change falls in between.
   reload();
 }
@@ -80,6 +84,8 @@ DesktopTouchpads LinuxSystemPreferences::load() const {
       return gnomeTouchpads(DconfSnapshot::load(places_.dconf), places_.touchpadSchema);
     case DesktopKind::kde:
       return kdeTouchpads(kdeConfigOf(places_.kdeInputFiles), places_.kdeTapsByDefault);
+    case DesktopKind::xServer:
+      return x11_->touchpads();
     case DesktopKind::other:
       return {};
   }

@@ -1,6 +1,6 @@
 // The desktop's own gesture settings on Linux, followed while they change.
 //
-// Settings are read on the main thread, at the start and whenever their files change, and reduced
+// Settings are read on the main thread, at the start and whenever they change, and reduced
 // to a few bits; the questions marked "any thread" read those bits and nothing else, because they
 // are asked while a gesture is being judged. A desktop that is not known has the input library's
 // defaults.
@@ -15,6 +15,7 @@
 #include "adapters/linux/descriptor_loop.hpp"
 #include "adapters/linux/desktop_settings/desktop_places.hpp"
 #include "adapters/linux/desktop_settings/touchpad_settings.hpp"
+#include "adapters/linux/desktop_settings/x11_touchpads.hpp"
 #include "adapters/linux/files/file_watch.hpp"
 #include "base/observer_list.hpp"
 #include "platform/preferences_storage.hpp"
@@ -55,6 +56,7 @@ class LinuxSystemPreferences final : public SystemPreferences {
   static_assert(std::atomic<std::uint8_t>::is_always_lock_free);
   ObserverList<> observers_;
   FileWatch watch_;
+  std::unique_ptr<X11Touchpads> x11_;  ///< null without an X server
 };
 
 }  // namespace velotap

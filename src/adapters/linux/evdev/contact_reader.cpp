@@ -125,8 +125,10 @@ std::int32_t ContactReader::anonymousId(const RawContact& contact, std::uint32_t
   std::size_t best = kMaxContacts;
   for (std::size_t i = 0; i < std::min(usedSlots_, kMaxContacts); ++i) {
     if ((taken >> i & 1U) != 0) continue;
-    const double distance = std::hypot((contact.x - slots_[i].x) / model_.unitsPerMmX,
-                                       (contact.y - slots_[i].y) / model_.unitsPerMmY);
+    // In double precision: a device may report any two integers, however far apart.
+    const double dx = static_cast<double>(contact.x) - slots_[i].x;
+    const double dy = static_cast<double>(contact.y) - slots_[i].y;
+    const double distance = std::hypot(dx / model_.unitsPerMmX, dy / model_.unitsPerMmY);
     if (distance < nearest) {
       nearest = distance;
       best = i;

@@ -7,10 +7,7 @@
 #include <memory>
 #include <utility>
 
-// The generated header names a member after a keyword.
-#define explicit explicit_
-#include <xcb/xkb.h>
-#undef explicit
+#include "adapters/linux/keyboard/xcb_xkb.hpp"
 
 namespace velotap {
 namespace {

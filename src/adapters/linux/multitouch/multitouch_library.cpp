@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "adapters/linux/devices/udev_devices.hpp"
-#include "adapters/linux/multitouch/surface_hub.hpp"
+#include "adapters/linux/multitouch/surface.hpp"
 #include "platform/multitouch_abi.hpp"
 
 #define VELOTAP_EXPORT extern "C" __attribute__((visibility("default")))
@@ -20,7 +20,6 @@ namespace {
 using velotap::MTDevice;
 using velotap::MTDeviceArray;
 using velotap::Surface;
-using velotap::SurfaceHub;
 
 // What callers hold pointers to.
 class Object {
@@ -40,12 +39,11 @@ class Object {
 
 class Device final : public Object {
  public:
-  explicit Device(std::shared_ptr<Surface> s) : surface(std::move(s)) {
+  explicit Device(std::unique_ptr<Surface> s) : surface(std::move(s)) {
     // As the pointer that the interface hands out.
     surface->setOwner(static_cast<Object*>(this));
   }
-  ~Device() override { SurfaceHub::shared().stop(surface); }
-  const std::shared_ptr<Surface> surface;
+  const std::unique_ptr<Surface> surface;
 };
 
 class DeviceArray final : public Object {
@@ -71,7 +69,7 @@ VELOTAP_EXPORT MTDeviceArray MTDeviceCreateList() {
   std::vector<Device*> devices;
   for (const std::string& path : velotap::surfaceNodes()) {
     if (auto node = velotap::makeEvdevNode(path)) {
-      devices.push_back(new Device(std::make_shared<Surface>(std::move(node))));
+      devices.push_back(new Device(std::make_unique<Surface>(std::move(node))));
     }
   }
   return static_cast<Object*>(new DeviceArray(std::move(devices)));
@@ -88,11 +86,11 @@ VELOTAP_EXPORT void MTUnregisterContactFrameCallback(MTDevice handle,
 }
 
 VELOTAP_EXPORT std::int32_t MTDeviceStart(MTDevice handle, std::int32_t /*flags*/) {
-  return SurfaceHub::shared().start(device(handle).surface);
+  return device(handle).surface->start();
 }
 
 VELOTAP_EXPORT void MTDeviceStop(MTDevice handle) {
-  SurfaceHub::shared().stop(device(handle).surface);
+  device(handle).surface->stop();
 }
 
 VELOTAP_EXPORT void MTDeviceRelease(MTDevice handle) {

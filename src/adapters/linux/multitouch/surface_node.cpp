@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <bitset>
 #include <cerrno>
 #include <ctime>
@@ -26,30 +27,39 @@ std::string text(const char* value) {
   return value != nullptr ? value : "";
 }
 
-// Everything that is not about contacts is left out of our copy of the stream: a mouse that only
-// moves its pointer or turns its wheel then wakes nobody here.
+// Everything that is not in the set is left out of our copy of the stream: a mouse that only moves
+// its pointer or turns its wheel then wakes nobody here.
 template <std::size_t Bits>
 void listenOnlyTo(int fd, unsigned type, const std::bitset<Bits>& codes) {
-  std::array<std::uint8_t, (Bits + 7) / 8> bytes{};
+  // The kernel takes whole words only.
+  std::array<std::uint64_t, (Bits + 63) / 64> words{};
   for (std::size_t i = 0; i < Bits; ++i) {
-    if (codes[i]) bytes[i / 8] = static_cast<std::uint8_t>(bytes[i / 8] | 1U << (i % 8));
+    if (codes[i]) words[i / 64] |= std::uint64_t{1} << (i % 64);
   }
   input_mask mask{};
   mask.type = type;
-  mask.codes_size = static_cast<std::uint32_t>(bytes.size());
-  mask.codes_ptr = reinterpret_cast<std::uintptr_t>(bytes.data());
+  mask.codes_size = sizeof words;
+  mask.codes_ptr = reinterpret_cast<std::uintptr_t>(words.data());
   ::ioctl(fd, EVIOCSMASK, &mask);  // an old kernel wakes us more often; nothing else is lost
 }
 
-void setUpMasks(int fd) {
+void setAttention(int fd, SurfaceNode::Attention attention) {
   std::bitset<ABS_CNT> axes;
-  for (const int axis : kContactAxes) axes.set(static_cast<std::size_t>(axis));
+  axes.set(ABS_MT_SLOT);
+  axes.set(ABS_MT_TRACKING_ID);
+  if (attention == SurfaceNode::Attention::everything) {
+    for (const int axis : kContactAxes) axes.set(static_cast<std::size_t>(axis));
+  }
+  listenOnlyTo(fd, EV_ABS, axes);
+}
+
+void setUpMasks(int fd) {
   std::bitset<KEY_CNT> keys;
   for (const int tool : kFingerTools) keys.set(static_cast<std::size_t>(tool));
-  listenOnlyTo(fd, EV_ABS, axes);
   listenOnlyTo(fd, EV_KEY, keys);
   listenOnlyTo(fd, EV_REL, std::bitset<REL_CNT>());
   listenOnlyTo(fd, EV_MSC, std::bitset<MSC_CNT>());
+  setAttention(fd, SurfaceNode::Attention::everything);
 }
 
 // The driver's fuzz swallows small movements and makes steady ones uneven.
@@ -71,11 +81,10 @@ class EvdevNode final : public SurfaceNode {
   EvdevNode& operator=(const EvdevNode&) = delete;
 
   [[nodiscard]] const EvdevDevice& description() const override { return description_; }
-  [[nodiscard]] int descriptor() const override { return fd_; }
 
   [[nodiscard]] bool open() override {
     if (fd_ >= 0) return true;
-    fd_ = ::open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    fd_ = ::open(path_.c_str(), O_RDONLY | O_CLOEXEC);
     if (fd_ < 0) return false;
     int clock = CLOCK_MONOTONIC;
     ::ioctl(fd_, EVIOCSCLOCKID, &clock);
@@ -85,18 +94,23 @@ class EvdevNode final : public SurfaceNode {
   }
 
   void close() override {
-    if (fd_ >= 0) ::close(std::exchange(fd_, -1));
+    if (const int fd = fd_.exchange(-1); fd >= 0) ::close(fd);
   }
 
-  [[nodiscard]] ReadResult read(std::span<input_event> events, std::size_t& count) override {
-    count = 0;
-    const ssize_t n = ::read(fd_, events.data(), events.size_bytes());
-    if (n > 0) {
-      count = static_cast<std::size_t>(n) / sizeof(input_event);
-      return ReadResult::events;
+  [[nodiscard]] std::size_t read(std::span<input_event> events) override {
+    while (true) {
+      const ssize_t n = ::read(fd_, events.data(), events.size_bytes());
+      if (n > 0) return static_cast<std::size_t>(n) / sizeof(input_event);
+      if (n == 0 || errno != EINTR) return 0;
     }
-    return n < 0 && (errno == EAGAIN || errno == EINTR) ? ReadResult::nothing : ReadResult::gone;
   }
+
+  // Taking our own access away is the one thing that ends a read of an event node from outside.
+  void interrupt() override {
+    if (fd_ >= 0) ::ioctl(fd_, EVIOCREVOKE, nullptr);
+  }
+
+  void listen(Attention attention) override { setAttention(fd_, attention); }
 
   void synchronise(ContactReader& reader, int slots) override {
     std::vector<RawContact> contacts(static_cast<std::size_t>(std::max(slots, 0)));
@@ -135,7 +149,7 @@ class EvdevNode final : public SurfaceNode {
 
   std::string path_;
   EvdevDevice description_;
-  int fd_ = -1;
+  std::atomic<int> fd_{-1};  // another thread interrupts
 };
 
 }  // namespace

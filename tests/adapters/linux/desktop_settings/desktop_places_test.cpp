@@ -49,6 +49,25 @@ TEST(DesktopPlaces, fromItsSixthVersionOnKdeTapsByDefault) {
   EXPECT_FALSE(places({{"XDG_CURRENT_DESKTOP", "KDE"}}).kdeTapsByDefault);
 }
 
+TEST(DesktopPlaces, onXTheServerKnowsWhateverTheDesktopSet) {
+  for (const char* desktop : {"KDE", "XFCE", ""}) {
+    const auto found =
+        places({{"XDG_CURRENT_DESKTOP", desktop}, {"XDG_SESSION_TYPE", "x11"}, {"DISPLAY", ":7"}});
+    EXPECT_EQ(found.kind, DesktopKind::xServer) << desktop;
+    EXPECT_EQ(found.display, ":7");
+  }
+  EXPECT_EQ(places({{"XDG_CURRENT_DESKTOP", "GNOME"}, {"DISPLAY", ":7"}}).kind, DesktopKind::gnome);
+  EXPECT_EQ(places({{"DISPLAY", ":7"}}).kind, DesktopKind::xServer);
+}
+
+TEST(DesktopPlaces, onWaylandTheXServerIsNotAsked) {
+  EXPECT_EQ(
+      places({{"XDG_CURRENT_DESKTOP", "KDE"}, {"XDG_SESSION_TYPE", "wayland"}, {"DISPLAY", ":0"}})
+          .kind,
+      DesktopKind::kde);
+  EXPECT_EQ(places({{"WAYLAND_DISPLAY", "wayland-0"}, {"DISPLAY", ":0"}}).kind, DesktopKind::other);
+}
+
 TEST(DesktopPlaces, anyOtherDesktopIsNotKnown) {
   EXPECT_EQ(places({}).kind, DesktopKind::other);
   EXPECT_EQ(places({{"XDG_CURRENT_DESKTOP", "sway"}}).kind, DesktopKind::other);

@@ -9,6 +9,7 @@
 
 #include "adapters/linux/runtime/posix_clock.hpp"
 #include "adapters/linux/runtime/posix_main_queue.hpp"
+#include "support/temporary_folder.hpp"
 
 namespace velotap {
 namespace {
@@ -19,14 +20,6 @@ constexpr const char* kTap = "TrackpadThreeFingerTapGesture";
 
 class LinuxSystemPreferencesTest : public testing::Test {
  protected:
-  LinuxSystemPreferencesTest() {
-    std::string pattern = (fs::temp_directory_path() / "velotap-desktop-XXXXXX").string();
-    root = mkdtemp(pattern.data());
-  }
-  ~LinuxSystemPreferencesTest() override {
-    preferences.reset();
-    fs::remove_all(root);
-  }
   void startGnome() {
     DesktopPlaces places;
     places.kind = DesktopKind::gnome;
@@ -45,11 +38,8 @@ class LinuxSystemPreferencesTest : public testing::Test {
     preferences.emplace(queue, places, "Our Pad");
     observation = preferences->observeChanges([this] { ++changes; });
   }
-  /// As the desktops write: a new file in the place of the old one.
   void replace(const fs::path& file, const std::string& text) {
-    fs::create_directories((root / file).parent_path());
-    std::ofstream(root / "new") << text;
-    fs::rename(root / "new", root / file);
+    folder.replace(file, text);
     queue.runReady();
   }
   void useDatabase(const char* name) {
@@ -62,7 +52,8 @@ class LinuxSystemPreferencesTest : public testing::Test {
     return preferences->touchpadModes(TouchpadModeSetting::automatic);
   }
 
-  fs::path root;
+  TemporaryFolder folder;
+  const fs::path root = folder.path();
   PosixClock clock;
   PosixMainQueue queue{clock};
   int changes = 0;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 namespace velotap {
 namespace {
@@ -11,9 +12,10 @@ const std::string kData = VELOTAP_DCONF_DATA;
 constexpr const char* kSchema = "org.gnome.desktop.peripherals.touchpad";
 
 DconfSnapshot snapshot(std::vector<std::string> databases, std::vector<std::string> desktops = {}) {
-  for (auto& database : databases) database = kData + "/" + database;
-  return DconfSnapshot::load(
-      {.databases = databases, .schemas = {kData + "/gschemas.compiled"}, .desktops = desktops});
+  for (auto& database : databases) database.insert(0, kData + "/");
+  return DconfSnapshot::load({.databases = databases,
+                              .schemas = {kData + "/gschemas.compiled"},
+                              .desktops = std::move(desktops)});
 }
 
 TEST(GnomeTouchpads, hasOneSettingForAll) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "event_maker.hpp"
 
 namespace velotap::test {
@@ -127,6 +129,22 @@ TEST(ContactReader, anonymousContactsKeepTheirIdentityByPlace) {
   feed(reader, put(0, 0));
   feed(reader, {report()});
   EXPECT_NE(ids(reader.contacts())[0], before[0]);
+}
+
+TEST(ContactReader, anonymousContactsMayBeAsFarApartAsNumbersAre) {
+  EvdevDevice device = magicTrackpad();
+  device.absoluteAxes[ABS_MT_SLOT].reset();
+  device.keys.reset();
+  ContactReader reader(surfaceModel(device));
+  Ids seen;
+  for (const std::int32_t x :
+       {std::numeric_limits<std::int32_t>::max(), std::numeric_limits<std::int32_t>::min()}) {
+    feed(reader, {event(EV_ABS, ABS_MT_POSITION_X, x), event(EV_ABS, ABS_MT_POSITION_Y, x),
+                  event(EV_SYN, SYN_MT_REPORT, 0), report()});
+    ASSERT_EQ(reader.contacts().size(), 1U);
+    seen.push_back(reader.contacts()[0].id);
+  }
+  EXPECT_NE(seen[0], seen[1]) << "no finger moves that far between two frames";
 }
 
 }  // namespace

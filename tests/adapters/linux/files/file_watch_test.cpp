@@ -8,6 +8,7 @@
 
 #include "adapters/linux/runtime/posix_clock.hpp"
 #include "adapters/linux/runtime/posix_main_queue.hpp"
+#include "support/temporary_folder.hpp"
 
 namespace velotap {
 namespace {
@@ -16,16 +17,9 @@ namespace fs = std::filesystem;
 
 class FileWatchTest : public testing::Test {
  protected:
-  FileWatchTest() {
-    std::string pattern = (fs::temp_directory_path() / "velotap-watch-XXXXXX").string();
-    root = mkdtemp(pattern.data());
-  }
-  ~FileWatchTest() override {
-    watch.reset();
-    fs::remove_all(root);
-  }
-  void follow(std::vector<fs::path> files) {
+  void follow(const std::vector<fs::path>& files) {
     std::vector<std::string> paths;
+    paths.reserve(files.size());
     for (const auto& file : files) paths.push_back((root / file).string());
     watch.emplace(queue, paths, [this] { ++changes; });
   }
@@ -36,7 +30,8 @@ class FileWatchTest : public testing::Test {
     return std::exchange(changes, 0);
   }
 
-  fs::path root;
+  TemporaryFolder folder;
+  const fs::path root = folder.path();
   PosixClock clock;
   PosixMainQueue queue{clock};
   int changes = 0;

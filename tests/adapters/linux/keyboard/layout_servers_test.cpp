@@ -1,18 +1,13 @@
 // The sources of the layout against real servers and stand-ins for them: an X server without a
 // screen, a compositor of our own on the library's server side, a private message bus.
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <spawn.h>
 #include <sys/mman.h>
-#include <sys/wait.h>
 #include <systemd/sd-bus.h>
 #include <unistd.h>
 #include <wayland-server.h>
 #include <xcb/xcb.h>
 #include <xkbcommon/xkbcommon-x11.h>
 
-#include <array>
-#include <csignal>
 #include <cstdlib>
 #include <functional>
 #include <memory>
@@ -24,67 +19,14 @@
 #include "adapters/linux/keyboard/kde_layout_group.hpp"
 #include "adapters/linux/keyboard/wayland_layout_source.hpp"
 #include "adapters/linux/keyboard/x11_layout_source.hpp"
+#include "adapters/linux/keyboard/xcb_xkb.hpp"
 #include "adapters/linux/runtime/posix_clock.hpp"
 #include "adapters/linux/runtime/posix_main_queue.hpp"
-#include "temporary_folder.hpp"
-
-// The generated header names a member after a keyword.
-#define explicit explicit_
-#include <xcb/xkb.h>
-#undef explicit
+#include "support/child_process.hpp"
+#include "support/temporary_folder.hpp"
 
 namespace velotap {
 namespace {
-
-/// A program that a test starts; ended with it.
-class Child {
- public:
-  /// `announces`: the program writes a line to this descriptor once it is ready.
-  explicit Child(std::vector<std::string> command, int announces = -1) {
-    std::array<int, 2> ends{-1, -1};
-    if (pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("pipe2");
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    if (announces >= 0) posix_spawn_file_actions_adddup2(&actions, ends[1], announces);
-    std::vector<char*> arguments;
-    for (auto& word : command) arguments.push_back(word.data());
-    arguments.push_back(nullptr);
-    const int error =
-        posix_spawnp(&pid_, arguments[0], &actions, nullptr, arguments.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    ::close(ends[1]);
-    if (error == 0 && announces >= 0) line_ = readLine(ends[0]);
-    ::close(ends[0]);
-    if (error != 0) throw std::runtime_error(command[0] + " cannot be started");
-  }
-  ~Child() {
-    if (pid_ > 0) {
-      kill(pid_, SIGTERM);
-      waitpid(pid_, nullptr, 0);
-    }
-  }
-  Child(const Child&) = delete;
-  Child& operator=(const Child&) = delete;
-
-  /// What it announced: an address, the number of a display.
-  [[nodiscard]] const std::string& line() const { return line_; }
-  /// Waits for the end; the exit status.
-  int finish() {
-    int status = -1;
-    waitpid(std::exchange(pid_, -1), &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  }
-
- private:
-  static std::string readLine(int descriptor) {
-    std::string line;
-    char c = 0;
-    while (::read(descriptor, &c, 1) == 1 && c != '\n') line += c;
-    return line;
-  }
-  pid_t pid_ = -1;
-  std::string line_;
-};
 
 class LayoutServersTest : public testing::Test {
  protected:
@@ -118,13 +60,13 @@ class XServerTest : public LayoutServersTest {
   void setLayout(std::vector<std::string> options) {
     std::vector<std::string> command = {"setxkbmap", "-display", display};
     command.insert(command.end(), options.begin(), options.end());
-    ASSERT_EQ(Child(command).finish(), 0);
+    ASSERT_EQ(ChildProcess(command).finish(), 0);
   }
   [[nodiscard]] std::optional<std::string> typed(std::uint16_t code) const {
     return source.keys() ? source.keys()->translate(code) : std::nullopt;
   }
 
-  Child server{
+  ChildProcess server{
       {"Xvfb", "-displayfd", "3", "-screen", "0", "64x64x24", "-nolisten", "tcp", "-noreset"}, 3};
   std::string display = ":" + server.line();
   X11LayoutSource source{queue, display};
@@ -373,7 +315,8 @@ const sd_bus_vtable KeyboardService::kMethods[] = {
 
 class KdeBusTest : public LayoutServersTest {
  protected:
-  Child daemon{{"dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=3"}, 3};
+  ChildProcess daemon{{"dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=3"},
+                      3};
   std::vector<std::uint32_t> groups;
   KdeLayoutGroup follower{queue, queue, [this](std::uint32_t group) {
                             groups.push_back(group);

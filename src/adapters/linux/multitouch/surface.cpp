@@ -1,0 +1,153 @@
+#include "adapters/linux/multitouch/surface.hpp"
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <ctime>
+
+namespace velotap {
+namespace {
+
+constexpr std::size_t kEventsPerRead = 64;
+
+// Pinches, swipes and taps all have at least two fingers down before they mean anything.
+constexpr std::size_t kFingersThatMatter = 2;
+
+double seconds(const input_event& event) {
+  return static_cast<double>(event.input_event_sec) +
+         static_cast<double>(event.input_event_usec) * 1e-6;
+}
+
+double monotonicNow() {
+  timespec now{};
+  ::clock_gettime(CLOCK_MONOTONIC, &now);
+  return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
+
+// A mouse's single finger decides a click by its place, so it is followed there.
+bool isTrackpad(const EvdevDevice& device) {
+  return device.keys[BTN_TOOL_FINGER];
+}
+
+}  // namespace
+
+Surface::Surface(std::shared_ptr<SurfaceNode> node)
+    : node_(std::move(node)),
+      model_(surfaceModel(node_->description())),
+      sleepsThroughOneFinger_(isTrackpad(node_->description()) &&
+                              model_.protocol == ContactProtocol::slots),
+      reader_(model_),
+      frames_(model_) {}
+
+Surface::~Surface() {
+  stop();
+  joinFinished();
+}
+
+bool Surface::setCallback(MTFrameCallback callback) {
+  MTFrameCallback none = nullptr;
+  return callback_.compare_exchange_strong(none, callback);
+}
+
+void Surface::removeCallback(MTFrameCallback callback) {
+  callback_.compare_exchange_strong(callback, nullptr);
+}
+
+int Surface::start() {
+  stop();
+  joinFinished();
+  if (!node_->open()) return ENODEV;
+  stopping_ = false;
+  // Signals belong to the main thread.
+  sigset_t all;
+  sigset_t before;
+  sigfillset(&all);
+  ::pthread_sigmask(SIG_BLOCK, &all, &before);
+  thread_ = std::thread([this] { run(); });
+  ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
+  return 0;
+}
+
+void Surface::stop() {
+  if (!thread_.joinable()) return;
+  stopping_ = true;
+  // A callback cannot wait for its own thread, which ends when the callback returns.
+  if (thread_.get_id() == std::this_thread::get_id()) return;
+  node_->interrupt();
+  joinFinished();
+}
+
+void Surface::joinFinished() {
+  if (thread_.joinable() && thread_.get_id() != std::this_thread::get_id()) thread_.join();
+}
+
+void Surface::run() {
+  begin();
+  while (!stopping_ && readFrames()) {
+  }
+  if (!stopping_) vanish();
+  node_->close();
+}
+
+void Surface::begin() {
+  // Listeners wait for an empty frame before they believe in a touch, and a device at rest would
+  // never send one.
+  reader_.clear();
+  attention_ = SurfaceNode::Attention::everything;
+  node_->synchronise(reader_, model_.slots);
+  lastTime_ = monotonicNow();
+  deliver(frames_.first(reader_.contacts(), lastTime_));
+  if (sleepsThroughOneFinger_ && reader_.contacts().size() < kFingersThatMatter) {
+    payAttention(SurfaceNode::Attention::landingAndLifting);
+  }
+}
+
+bool Surface::readFrames() {
+  std::array<input_event, kEventsPerRead> events;
+  const std::size_t count = node_->read(events);
+  for (std::size_t i = 0; i < count && !stopping_; ++i) {
+    const auto step = reader_.handle(events[i]);
+    if (step == ContactReader::Step::nothing) continue;
+    if (step == ContactReader::Step::resynchronise) node_->synchronise(reader_, model_.slots);
+    takeFrame(seconds(events[i]));
+  }
+  return count > 0;
+}
+
+void Surface::takeFrame(double time) {
+  lastTime_ = time;
+  RawContacts contacts = reader_.contacts();
+  if (sleepsThroughOneFinger_) {
+    const bool matters = contacts.size() >= kFingersThatMatter;
+    const bool wasAsleep = attention_ == SurfaceNode::Attention::landingAndLifting;
+    if (matters) payAttention(SurfaceNode::Attention::everything);
+    if (wasAsleep && !contacts.empty()) {
+      // Where the fingers are was not told while nobody listened.
+      node_->synchronise(reader_, model_.slots);
+      contacts = reader_.contacts();
+    }
+    if (!matters) payAttention(SurfaceNode::Attention::landingAndLifting);
+  }
+  if (const auto frame = frames_.next(contacts, time)) deliver(*frame);
+}
+
+void Surface::payAttention(SurfaceNode::Attention attention) {
+  if (attention == attention_) return;
+  attention_ = attention;
+  node_->listen(attention);
+}
+
+void Surface::vanish() {
+  reader_.clear();
+  if (const auto frame = frames_.next(RawContacts(), lastTime_)) deliver(*frame);
+}
+
+void Surface::deliver(const TouchFrame& frame) {
+  const MTFrameCallback callback = callback_.load();
+  if (callback == nullptr) return;
+  const MTTouch* touches = frame.touches.empty() ? nullptr : frame.touches.data();
+  callback(owner_, touches, static_cast<std::int32_t>(frame.touches.size()), frame.timestamp,
+           frame.number);
+}
+
+}  // namespace velotap
