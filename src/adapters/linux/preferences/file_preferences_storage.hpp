@@ -3,9 +3,10 @@
 // Main thread. Files are replaced atomically, and followed for other writers, links included; what
 // we write ourselves is nobody else's change. Nothing is created before something is stored.
 //
-// Two writers do not undo each other: what is written is the caller's changes since it last read,
-// laid over what the file holds by then. Only a writer who replaces the file between that reading
-// and our replacing it would lose.
+// Two writers do not undo each other: what is written is the caller's changes, that is whatever
+// differs from what it last read or wrote, laid over what the file holds by then. A caller that
+// never read only adds. Only a writer who replaces the file between that reading and our replacing
+// it would lose.
 //
 // A file that cannot be understood is set aside under another name with a message, never
 // overwritten; one that may not be read is left alone with a message, and nothing is written over
@@ -51,6 +52,7 @@ class FilePreferencesStorage final : public PreferencesStorage {
     std::string path;
     ValueMap known;        // what the caller last read or wrote
     FileContent seen;      // what the file last held
+    bool isKnown = false;  // the caller read or wrote it at all
     bool writable = true;  // false while something is in the way that may not be lost
     ObserverList<> observers;
   };
