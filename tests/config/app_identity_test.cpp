@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "support/fake_ports.hpp"
+#include "adapters/simulated/simulated_preferences.hpp"
 
 namespace velotap {
 namespace {
@@ -14,10 +14,12 @@ constexpr const char* kMarker = "lowercaseIdentityMigrationCompleted";
 class AppIdentityTest : public ::testing::Test {
  protected:
   void migrate() { AppIdentity::migratePreferences(storage_); }
-  ValueMap& current() { return storage_.domains[kCurrent]; }
-  ValueMap& legacy() { return storage_.domains[kLegacy]; }
+  ValueMap current() { return storage_.load(kCurrent); }
+  ValueMap legacy() { return storage_.load(kLegacy); }
+  void setCurrent(const ValueMap& values) { storage_.store(kCurrent, values); }
+  void setLegacy(const ValueMap& values) { storage_.store(kLegacy, values); }
 
-  test::MemoryPreferences storage_;
+  SimulatedPreferences storage_;
 };
 
 TEST_F(AppIdentityTest, domains) {
@@ -26,8 +28,8 @@ TEST_F(AppIdentityTest, domains) {
 }
 
 TEST_F(AppIdentityTest, theCurrentDomainWins) {
-  legacy() = {{"enabled", false}, {"padTap4", true}};
-  current() = {{"enabled", true}, {"mouseRotate", true}};
+  setLegacy({{"enabled", false}, {"padTap4", true}});
+  setCurrent({{"enabled", true}, {"mouseRotate", true}});
   migrate();
   EXPECT_EQ(
       current(),
@@ -35,32 +37,32 @@ TEST_F(AppIdentityTest, theCurrentDomainWins) {
 }
 
 TEST_F(AppIdentityTest, theLegacyDomainIsLeftAsItIs) {
-  legacy() = {{"enabled", false}, {"unknown", ValueMap{{"a", 1}}}};
-  const ValueMap before = legacy();
+  const ValueMap before = {{"enabled", false}, {"unknown", ValueMap{{"a", 1}}}};
+  setLegacy(before);
   migrate();
   EXPECT_EQ(legacy(), before);
   EXPECT_EQ(current().at("unknown"), Value(ValueMap{{"a", 1}}));
 }
 
 TEST_F(AppIdentityTest, happensOnce) {
-  legacy() = {{"enabled", false}};
+  setLegacy({{"enabled", false}});
   migrate();
-  current().erase("enabled");
-  legacy().insert_or_assign("padTap4", true);
+  setCurrent({{kMarker, true}});
+  setLegacy({{"enabled", false}, {"padTap4", true}});
   migrate();
   EXPECT_EQ(current(), (ValueMap{{kMarker, true}}));
 }
 
 TEST_F(AppIdentityTest, aMarkerOfTheLegacyDomainCountsOnlyThere) {
-  legacy() = {{kMarker, true}, {"enabled", false}};
+  setLegacy({{kMarker, true}, {"enabled", false}});
   migrate();
   EXPECT_EQ(current().at("enabled"), Value(false));
 }
 
 TEST_F(AppIdentityTest, onlyABooleanTrueMarks) {
   for (const Value& marker : {Value(false), Value(1), Value(1.0), Value("true"), Value("YES")}) {
-    legacy() = {{"padTap4", true}};
-    current() = {{kMarker, marker}};
+    setLegacy({{"padTap4", true}});
+    setCurrent({{kMarker, marker}});
     migrate();
     EXPECT_EQ(current(), (ValueMap{{"padTap4", true}, {kMarker, true}}));
   }
@@ -69,23 +71,23 @@ TEST_F(AppIdentityTest, onlyABooleanTrueMarks) {
 TEST_F(AppIdentityTest, withoutAnyDomainTheMarkerIsStored) {
   migrate();
   EXPECT_EQ(current(), (ValueMap{{kMarker, true}}));
-  EXPECT_FALSE(storage_.domains.contains(kLegacy));
+  EXPECT_TRUE(legacy().empty());
 }
 
 TEST_F(AppIdentityTest, aFailedWriteIsTriedAgainAtTheNextLaunch) {
-  legacy() = {{"enabled", false}};
-  storage_.refuses = true;
+  setLegacy({{"enabled", false}});
+  storage_.setReadOnly(true);
   migrate();
-  EXPECT_FALSE(storage_.domains.contains(kCurrent));
-  storage_.refuses = false;
+  EXPECT_TRUE(current().empty());
+  storage_.setReadOnly(false);
   migrate();
   EXPECT_EQ(current(), (ValueMap{{"enabled", false}, {kMarker, true}}));
 }
 
 TEST_F(AppIdentityTest, otherDomainsMayBeNamed) {
-  storage_.domains["old"] = {{"a", 1}};
+  storage_.store("old", {{"a", 1}});
   AppIdentity::migratePreferences(storage_, "new", "old");
-  EXPECT_EQ(storage_.domains["new"], (ValueMap{{"a", 1}, {kMarker, true}}));
+  EXPECT_EQ(storage_.load("new"), (ValueMap{{"a", 1}, {kMarker, true}}));
 }
 
 }  // namespace

@@ -9,7 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "support/fake_ports.hpp"
+#include "adapters/simulated/simulated_log.hpp"
+#include "adapters/simulated/simulated_preferences.hpp"
 
 namespace velotap {
 namespace {
@@ -38,15 +39,15 @@ class ConfigTest : public ::testing::Test {
   Config& startWith(const ValueMap& stored) {
     config_.reset();
     defaults_.reset();
-    storage_.domains[std::string(kSettingsDomain)] = stored;
+    storage_.store(kSettingsDomain, stored);
     defaults_ = std::make_unique<DefaultsStore>(storage_, log_);
     config_ = std::make_unique<Config>(*defaults_, notifications_);
     return *config_;
   }
-  [[nodiscard]] const ValueMap& onDisk() { return storage_.domains[std::string(kSettingsDomain)]; }
+  [[nodiscard]] ValueMap onDisk() { return storage_.load(kSettingsDomain); }
 
-  test::MemoryPreferences storage_;
-  test::RecordingLog log_;
+  SimulatedPreferences storage_;
+  SimulatedLog log_;
   NotificationCenter notifications_;
   std::vector<std::string> posted_;
   Observation posts_;
@@ -217,11 +218,10 @@ TEST_F(ConfigTest, ourOwnChangeIsInForceAtTheNextRead) {
 
 TEST_F(ConfigTest, anotherWritersChangeIsInForceAtTheNextRead) {
   Config& config = startWith({});
-  storage_.domains[std::string(kSettingsDomain)] = {{"enabled", false},
-                                                    {"padTap4", true},
-                                                    {"maxTapDrift", 0.5},
-                                                    {"ignoredApps", Value::strings({"a"})}};
-  storage_.changes.notify();
+  storage_.storeAsAnotherWriter(kSettingsDomain, {{"enabled", false},
+                                                  {"padTap4", true},
+                                                  {"maxTapDrift", 0.5},
+                                                  {"ignoredApps", Value::strings({"a"})}});
   EXPECT_FALSE(config.enabled());
   EXPECT_TRUE(config.isOn(Trigger::padTap4));
   EXPECT_EQ(config.maxTapDrift(), 0.5);
@@ -231,7 +231,7 @@ TEST_F(ConfigTest, anotherWritersChangeIsInForceAtTheNextRead) {
 
 TEST_F(ConfigTest, aChangeThatCouldNotBeWrittenIsInForceAllTheSame) {
   Config& config = startWith({});
-  storage_.refuses = true;
+  storage_.setReadOnly(true);
   EXPECT_FALSE(defaults_->set("enabled", false));
   EXPECT_FALSE(config.enabled());
   config.setIgnoredApps({"com.example.a"});

@@ -6,7 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "support/fake_ports.hpp"
+#include "adapters/simulated/simulated_preferences.hpp"
+#include "support/desktop.hpp"
 
 namespace velotap {
 namespace {
@@ -15,22 +16,22 @@ using std::string_literals::operator""s;
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-const std::string kDomain(kSettingsDomain);
 
 class DefaultsStoreTest : public ::testing::Test {
  protected:
-  ValueMap& onDisk() { return storage_.domains[kDomain]; }
+  ValueMap onDisk() { return storage_.load(kSettingsDomain); }
+  void put(const ValueMap& values) { storage_.store(kSettingsDomain, values); }
   void writeAsAnother(const ValueMap& values) {
-    onDisk() = values;
-    storage_.changes.notify();
+    storage_.storeAsAnotherWriter(kSettingsDomain, values);
   }
 
-  test::MemoryPreferences storage_;
-  test::RecordingLog log_;
+  SimulatedPreferences storage_;
+  SimulatedLog log_;
+  test::LogRecorder said_{log_};
 };
 
 TEST_F(DefaultsStoreTest, readsWhatWasStoredBefore) {
-  onDisk() = {{"a", 1}, {"b", "two"}};
+  put({{"a", 1}, {"b", "two"}});
   const DefaultsStore store(storage_, log_);
   EXPECT_EQ(store.object("a"), Value(1));
   EXPECT_EQ(store.object("b"), Value("two"));
@@ -39,7 +40,7 @@ TEST_F(DefaultsStoreTest, readsWhatWasStoredBefore) {
 }
 
 TEST_F(DefaultsStoreTest, readsItsOwnDomainOnly) {
-  storage_.domains["other"] = {{"a", 1}};
+  storage_.store("other", {{"a", 1}});
   EXPECT_FALSE(DefaultsStore(storage_, log_).object("a"));
   EXPECT_EQ(DefaultsStore(storage_, log_, "other").object("a"), Value(1));
 }
@@ -79,7 +80,7 @@ TEST_F(DefaultsStoreTest, typesAreKept) {
 }
 
 TEST_F(DefaultsStoreTest, keysItDoesNotKnowAreKept) {
-  onDisk() = {{"future", ValueMap{{"a", 1}}}, {"enabled", true}};
+  put({{"future", ValueMap{{"a", 1}}}, {"enabled", true}});
   DefaultsStore store(storage_, log_);
   store.set("enabled", false);
   EXPECT_EQ(onDisk(), (ValueMap{{"future", ValueMap{{"a", 1}}}, {"enabled", false}}));
@@ -136,7 +137,7 @@ TEST_F(DefaultsStoreTest, booleanReadings) {
   for (const Row& row : rows) {
     EXPECT_EQ(booleanReading(row.value), row.reads)
         << (row.value.text() != nullptr ? *row.value.text() : "no text");
-    onDisk() = {{"key", row.value}};
+    put({{"key", row.value}});
     EXPECT_EQ(DefaultsStore(storage_, log_).boolean("key"), row.reads);
   }
 }
@@ -212,47 +213,47 @@ TEST_F(DefaultsStoreTest, afterItsEndOtherWritersReachNobody) {
 }
 
 TEST_F(DefaultsStoreTest, whatCouldNotBeWrittenStaysInForceAndIsSaidOnce) {
-  onDisk() = {{"old", 1}};
+  put({{"old", 1}});
   DefaultsStore store(storage_, log_);
-  storage_.refuses = true;
+  storage_.setReadOnly(true);
   EXPECT_FALSE(store.set("new", 2));
   EXPECT_EQ(store.object("new"), Value(2));
   EXPECT_EQ(onDisk(), (ValueMap{{"old", 1}}));
-  EXPECT_EQ(log_.take(), std::vector<std::string>{"settings could not be written"});
+  EXPECT_EQ(said_.take(), std::vector<std::string>{"settings could not be written"});
   EXPECT_FALSE(store.remove("old"));
   EXPECT_FALSE(store.object("old"));
-  EXPECT_EQ(log_.take().size(), 1U);
+  EXPECT_EQ(said_.take().size(), 1U);
 }
 
 TEST_F(DefaultsStoreTest, nothingIsSaidToALogThatNobodyAskedFor) {
   DefaultsStore store(storage_, log_);
-  log_.on = false;
-  storage_.refuses = true;
+  log_.setEnabled(false);
+  storage_.setReadOnly(true);
   EXPECT_FALSE(store.set("new", 2));
-  EXPECT_TRUE(log_.take().empty());
+  EXPECT_TRUE(said_.take().empty());
 }
 
 TEST_F(DefaultsStoreTest, whatCouldNotBeWrittenGoesWithTheNextValue) {
-  onDisk() = {{"old", 1}};
+  put({{"old", 1}});
   DefaultsStore store(storage_, log_);
-  storage_.refuses = true;
+  storage_.setReadOnly(true);
   store.set("a", 1);
   store.remove("old");
-  storage_.refuses = false;
+  storage_.setReadOnly(false);
   EXPECT_TRUE(store.set("b", 2));
   EXPECT_EQ(onDisk(), (ValueMap{{"a", 1}, {"b", 2}}));
 }
 
 TEST_F(DefaultsStoreTest, whatCouldNotBeWrittenOutlivesAnotherWritersChange) {
   DefaultsStore store(storage_, log_);
-  storage_.refuses = true;
+  storage_.setReadOnly(true);
   store.set("a", 1);
   store.remove("b");
   writeAsAnother({{"a", 10}, {"b", 20}, {"c", 30}});
   EXPECT_EQ(store.object("a"), Value(1));
   EXPECT_FALSE(store.object("b"));
   EXPECT_EQ(store.object("c"), Value(30));
-  storage_.refuses = false;
+  storage_.setReadOnly(false);
   store.set("d", 4);
   EXPECT_EQ(onDisk(), (ValueMap{{"a", 1}, {"c", 30}, {"d", 4}}));
   writeAsAnother({{"a", 11}});
@@ -261,7 +262,7 @@ TEST_F(DefaultsStoreTest, whatCouldNotBeWrittenOutlivesAnotherWritersChange) {
 
 TEST_F(DefaultsStoreTest, theLatestOfSeveralUnwrittenValuesCounts) {
   DefaultsStore store(storage_, log_);
-  storage_.refuses = true;
+  storage_.setReadOnly(true);
   store.set("a", 1);
   store.remove("a");
   store.set("a", 3);
@@ -317,7 +318,7 @@ TEST_F(DefaultsStoreTest, whatNoStorageCanHoldIsRefused) {
     EXPECT_FALSE(isStorable(wrong));
     EXPECT_FALSE(store.set("key", wrong));
     EXPECT_EQ(store.object("key"), Value(1));
-    EXPECT_EQ(log_.take().size(), 1U);
+    EXPECT_EQ(said_.take().size(), 1U);
   }
   EXPECT_FALSE(store.set("\xFF", 1));
   EXPECT_EQ(heard, 0);

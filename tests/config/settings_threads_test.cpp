@@ -5,15 +5,16 @@
 #include <thread>
 #include <vector>
 
+#include "adapters/simulated/simulated_log.hpp"
+#include "adapters/simulated/simulated_preferences.hpp"
 #include "config/config.hpp"
-#include "support/fake_ports.hpp"
 
 namespace velotap {
 namespace {
 
 TEST(SettingsThreads, readersSeeWholeValuesWhileTheMainThreadWrites) {
-  test::MemoryPreferences storage;
-  test::RecordingLog log;
+  SimulatedPreferences storage;
+  SimulatedLog log;
   NotificationCenter notifications;
   DefaultsStore defaults(storage, log);
   Config config(defaults, notifications);
@@ -50,7 +51,8 @@ TEST(SettingsThreads, readersSeeWholeValuesWhileTheMainThreadWrites) {
     defaults.set("centerMaxX", 0.9);
     defaults.remove("centerMinX");
     defaults.remove("centerMaxX");
-    if (round % 10 == 0) storage.changes.notify();
+    if (round % 10 == 0)
+      storage.storeAsAnotherWriter(kSettingsDomain, storage.load(kSettingsDomain));
   }
   done = true;
   for (std::thread& reader : readers) reader.join();

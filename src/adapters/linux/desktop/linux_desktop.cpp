@@ -29,7 +29,7 @@ void tellOutput(const char* message, int error) {
 LinuxDesktop::LinuxDesktop(bool debug)
     : log_(debug),
       queue_(clock_),
-      preferences_(configurationFolder(), &tell),
+      preferences_(queue_, configurationFolder(), &tell),
       systemPreferences_(queue_, DesktopPlaces::read(&environmentOf), UinputTouchpad::kName),
       keyboardLayout_(makeLayoutSources(queue_, queue_, SessionEnvironment::ofThisProcess(),
                                         DconfPlaces::read(&environmentOf))),
@@ -63,9 +63,6 @@ LinuxDesktop::LinuxDesktop(bool debug)
                 .alerts = alerts_,
                 .notifications = notifications_,
                 .log = log_} {
-  preferencesChanges_ =
-      queue_.watch(preferences_.watchDescriptor(), DescriptorLoop::Interest::readable,
-                   [this] { preferences_.dispatchChanges(); });
   const auto takeLayout = [this] { events_.setLayout(keyboardLayout_.current()); };
   layoutChanges_ = keyboardLayout_.observeChanges(takeLayout);
   takeLayout();

@@ -43,7 +43,6 @@ class LinuxDesktop {
   PosixMainQueue queue_;
   DlLibraryLoader libraries_;
   FilePreferencesStorage preferences_;
-  Observation preferencesChanges_;
   LinuxSystemPreferences systemPreferences_;
   XkbKeyboardLayout keyboardLayout_;
   LinuxWorkspace workspace_;

@@ -15,8 +15,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::uint32_t kEvents = IN_CREATE | IN_CLOSE_WRITE | IN_MOVED_TO | IN_MOVED_FROM |
-                                  IN_DELETE | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR;
+constexpr std::uint32_t kEvents = IN_CREATE | IN_CLOSE_WRITE | IN_ATTRIB | IN_MOVED_TO |
+                                  IN_MOVED_FROM | IN_DELETE | IN_DELETE_SELF | IN_MOVE_SELF |
+                                  IN_ONLYDIR;
 constexpr std::uint32_t kFolderGone = IN_DELETE_SELF | IN_MOVE_SELF | IN_IGNORED;
 
 // Folders may appear while we look for them; somebody who makes and removes one for ever must not
@@ -37,6 +38,12 @@ FileWatch::FileWatch(DescriptorLoop& loop, std::vector<std::string> files,
 FileWatch::~FileWatch() {
   readable_.reset();
   if (inotify_ >= 0) ::close(inotify_);
+}
+
+void FileWatch::setFiles(std::vector<std::string> files) {
+  if (inotify_ < 0 || files == files_) return;
+  files_ = std::move(files);
+  watchAll();
 }
 
 void FileWatch::watchAll() {

@@ -1,4 +1,5 @@
-// Tells whenever one of some files may have changed: written, replaced, appeared or vanished.
+// Tells whenever one of some files may have changed: written, replaced, appeared or vanished, or
+// become readable.
 //
 // Follows files by their names, because settings are replaced rather than rewritten; a folder that
 // does not exist yet is waited for. Several changes at once are told once. Main thread; costs
@@ -24,13 +25,16 @@ class FileWatch {
   FileWatch(const FileWatch&) = delete;
   FileWatch& operator=(const FileWatch&) = delete;
 
+  /// Follows other files from now on. `changed` may call this.
+  void setFiles(std::vector<std::string> files);
+
  private:
   void watchAll();
   void watchFile(const std::string& file);
   void readEvents();
   [[nodiscard]] bool drain();
 
-  const std::vector<std::string> files_;
+  std::vector<std::string> files_;
   const std::function<void()> changed_;
   int inotify_ = -1;
   /// In each watched folder the names that matter: files, or the next folder on the way to one.

@@ -6,14 +6,24 @@
 
 #include <array>
 #include <cerrno>
-#include <climits>
+#include <charconv>
+#include <csignal>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
+#include <filesystem>
+#include <string_view>
 #include <utility>
 
 namespace velotap {
 namespace {
+
+namespace fs = std::filesystem;
+
+// As many links as the kernel itself follows in one path.
+constexpr int kMostLinks = 40;
+constexpr mode_t kPrivateFile = 0600;
+constexpr mode_t kPrivateFolder = 0700;
+constexpr std::string_view kFreshSuffix = ".new-";
 
 class Descriptor {
  public:
@@ -35,14 +45,8 @@ std::string failure(const char* what) {
   return std::string(what) + ": " + std::strerror(errno);
 }
 
-std::string linkTarget(const std::string& path) {
-  std::array<char, PATH_MAX> target;
-  return ::realpath(path.c_str(), target.data()) != nullptr ? std::string(target.data()) : path;
-}
-
-std::string folderOf(const std::string& path) {
-  const std::size_t slash = path.rfind('/');
-  return slash == std::string::npos ? "." : path.substr(0, slash + 1);
+std::string freshName(const std::string& target, pid_t process) {
+  return target + std::string(kFreshSuffix) + std::to_string(process);
 }
 
 bool writeAll(int fd, const std::string& content, const FileCalls& calls) {
@@ -63,19 +67,36 @@ bool writeAll(int fd, const std::string& content, const FileCalls& calls) {
 // The settings name the applications that a person uses: nobody else's business.
 mode_t modeFor(const std::string& path) {
   struct stat info {};
-  return ::stat(path.c_str(), &info) == 0 ? info.st_mode & 0777U : 0600U;
+  return ::stat(path.c_str(), &info) == 0 ? info.st_mode & 0777U : kPrivateFile;
 }
 
 std::optional<std::string> writeNew(const std::string& path, const std::string& content,
                                     mode_t mode, const FileCalls& calls) {
-  Descriptor file(
-      ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, mode));
+  // Whatever stands there was left by a process that had our number and was killed.
+  ::unlink(path.c_str());
+  Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
   if (!file.ok()) return failure("create");
   if (::fchmod(file.get(), mode) != 0) return failure("set the mode");
   if (!writeAll(file.get(), content, calls)) return failure("write");
   if (calls.sync(file.get()) != 0) return failure("sync");
   if (file.close() != 0) return failure("close");
   return std::nullopt;
+}
+
+bool isRunning(pid_t process) {
+  return ::kill(process, 0) == 0 || errno != ESRCH;
+}
+
+// The process that a name like "settings.json.new-123" belongs to; nothing for any other name.
+std::optional<pid_t> writerOf(std::string_view name, std::string_view target) {
+  if (!name.starts_with(target)) return std::nullopt;
+  name.remove_prefix(target.size());
+  if (!name.starts_with(kFreshSuffix)) return std::nullopt;
+  name.remove_prefix(kFreshSuffix.size());
+  pid_t process = 0;
+  const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), process);
+  const bool whole = error == std::errc() && end == name.data() + name.size();
+  return whole && process > 0 ? std::optional(process) : std::nullopt;
 }
 
 }  // namespace
@@ -86,10 +107,21 @@ FileCalls FileCalls::system() {
           }};
 }
 
+std::vector<std::string> linkChain(const std::string& path) {
+  std::vector<std::string> chain = {path};
+  for (int links = 0; links < kMostLinks; ++links) {
+    std::error_code failed;
+    const fs::path target = fs::read_symlink(chain.back(), failed);
+    if (failed) break;
+    chain.push_back((fs::path(chain.back()).parent_path() / target).string());
+  }
+  return chain;
+}
+
 std::optional<std::string> replaceFile(const std::string& path, const std::string& content,
                                        const FileCalls& calls) {
-  const std::string target = linkTarget(path);
-  const std::string fresh = target + ".new-" + std::to_string(::getpid());
+  const std::string target = linkChain(path).back();
+  const std::string fresh = freshName(target, ::getpid());
   auto error = writeNew(fresh, content, modeFor(target), calls);
   if (!error && calls.rename(fresh.c_str(), target.c_str()) != 0) error = failure("rename");
   if (error) {
@@ -98,14 +130,45 @@ std::optional<std::string> replaceFile(const std::string& path, const std::strin
   }
   // The new content is in place; a folder that cannot be synced only risks the old one coming back
   // after a power cut, which is no reason to tell the person that saving failed.
-  const Descriptor folder(::open(folderOf(target).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (folder.ok()) calls.sync(folder.get());
+  const std::string folder = fs::path(target).parent_path().string();
+  const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (opened.ok()) calls.sync(opened.get());
+  return std::nullopt;
+}
+
+void removeLeftovers(const std::string& path) {
+  const fs::path target(linkChain(path).back());
+  const std::string name = target.filename().string();
+  std::vector<fs::path> leftovers;
+  std::error_code failed;
+  for (fs::directory_iterator entry(target.parent_path(), failed), end; !failed && entry != end;
+       entry.increment(failed)) {
+    const auto writer = writerOf(entry->path().filename().string(), name);
+    if (writer && (*writer == ::getpid() || !isRunning(*writer))) {
+      leftovers.push_back(entry->path());
+    }
+  }
+  for (const fs::path& leftover : leftovers) ::unlink(leftover.c_str());
+}
+
+std::optional<std::string> createFolder(const std::string& path) {
+  fs::path folder;
+  for (const fs::path& part : fs::path(path)) {
+    folder /= part;
+    if (::mkdir(folder.c_str(), kPrivateFolder) == 0 || errno == EEXIST) continue;
+    // A folder above may refuse to be created (read-only, not ours) and exist all the same.
+    std::error_code failed;
+    const int error = errno;
+    if (fs::is_directory(folder, failed)) continue;
+    errno = error;
+    return failure(("create the folder " + folder.string()).c_str());
+  }
   return std::nullopt;
 }
 
 FileContent readFile(const std::string& path, std::size_t limit) {
   using State = FileContent::State;
-  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   if (!file.ok()) {
     if (errno == ENOENT) return {State::absent, {}, {}};
     return {State::unreadable, {}, std::strerror(errno)};
@@ -114,7 +177,7 @@ FileContent readFile(const std::string& path, std::size_t limit) {
   if (::fstat(file.get(), &info) != 0) return {State::unreadable, {}, std::strerror(errno)};
   if (!S_ISREG(info.st_mode)) return {State::notAFile, {}, "it is not a regular file"};
   std::string text;
-  std::array<char, 65536> block;
+  std::array<char, 16384> block;
   while (true) {
     const ssize_t n = ::read(file.get(), block.data(), block.size());
     if (n < 0 && errno == EINTR) continue;

@@ -9,6 +9,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace velotap {
 
@@ -21,19 +22,31 @@ struct FileCalls {
   static FileCalls system();
 };
 
+/// The path, and where it leads when it is a symbolic link: every link on the way, and last the
+/// file itself, which need not exist. Links that lead in a circle are followed for a while.
+[[nodiscard]] std::vector<std::string> linkChain(const std::string& path);
+
 /// Nothing on success, else what went wrong; the old file is then intact and nothing is left over.
+/// A new file is for the user alone, an old one keeps its mode.
 [[nodiscard]] std::optional<std::string> replaceFile(const std::string& path,
                                                      const std::string& content,
                                                      const FileCalls& calls);
 
+/// Removes what processes that were killed in `replaceFile` left beside the file.
+void removeLeftovers(const std::string& path);
+
+/// Creates the folder and what is missing above it, for the user alone. Nothing on success, else
+/// what went wrong.
+[[nodiscard]] std::optional<std::string> createFolder(const std::string& path);
+
 struct FileContent {
-  enum class State { present, absent, unreadable, notAFile, tooLarge };
+  enum class State { absent, present, unreadable, notAFile, tooLarge };
   State state = State::absent;
   std::string text;
-  std::string error;
+  std::string error;  ///< why there is no text
 };
 
-/// At most `limit` bytes; a larger file is refused whole.
+/// At most `limit` bytes; a larger file is refused whole. Never waits, whatever kind of file it is.
 [[nodiscard]] FileContent readFile(const std::string& path, std::size_t limit);
 
 }  // namespace velotap

@@ -1,26 +1,25 @@
 #include "adapters/linux/preferences/file_preferences_storage.hpp"
 
 #include <pwd.h>
-#include <sys/inotify.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <utility>
+#include <vector>
 
 #include "adapters/json/json_value.hpp"
 
 namespace velotap {
 namespace {
 
-// Hundreds of times what every setting together takes.
-constexpr std::size_t kLargestFile = std::size_t{4} << 20;
 constexpr int kMostSetAside = 1000;
+
+bool sameContent(const FileContent& a, const FileContent& b) {
+  return a.state == b.state && a.text == b.text;
+}
 
 // The changes that lead from one dictionary to another, laid over a third.
 ValueMap rebased(const ValueMap& from, const ValueMap& to, ValueMap onto) {
@@ -47,135 +46,141 @@ std::string configurationFolder() {
   return std::string(home) + "/.config/velotap";
 }
 
-bool FilePreferencesStorage::Fingerprint::operator==(const Fingerprint& other) const noexcept {
-  return present == other.present && inode == other.inode && size == other.size &&
-         changed.tv_sec == other.changed.tv_sec && changed.tv_nsec == other.changed.tv_nsec;
+FilePreferencesStorage::FilePreferencesStorage(DescriptorLoop& loop, std::string folder,
+                                               Report report, FileCalls calls)
+    : folder_(std::move(folder)),
+      report_(std::move(report)),
+      calls_(std::move(calls)),
+      watch_(loop, {}, [this] { checkForChanges(); }) {}
+
+ValueMap FilePreferencesStorage::load(std::string_view name) {
+  Domain& entry = domain(name);
+  // Whoever else reads this domain must hear of what we are about to take as known.
+  if (refresh(entry, Look::forChanges)) entry.observers.notify();
+  entry.isKnown = true;
+  return entry.known;
 }
 
-FilePreferencesStorage::FilePreferencesStorage(std::string folder, Report report, FileCalls calls)
-    : folder_(std::move(folder)), report_(std::move(report)), calls_(std::move(calls)) {
-  std::error_code failed;
-  const std::filesystem::path path(folder_);
-  std::filesystem::create_directories(path.parent_path(), failed);
-  if (::mkdir(folder_.c_str(), 0700) != 0 && errno != EEXIST) {
-    report_("cannot create the settings folder " + folder_ + ": " + std::strerror(errno));
-  }
-  watch_ = ::inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
-  if (watch_ >= 0 && ::inotify_add_watch(watch_, folder_.c_str(),
-                                         IN_CLOSE_WRITE | IN_MOVED_TO | IN_MOVED_FROM | IN_DELETE |
-                                             IN_ONLYDIR) < 0) {
-    ::close(std::exchange(watch_, -1));
-  }
-}
-
-FilePreferencesStorage::~FilePreferencesStorage() {
-  if (watch_ >= 0) ::close(watch_);
-}
-
-ValueMap FilePreferencesStorage::load(std::string_view domain) {
-  return read(domain).known;
-}
-
-bool FilePreferencesStorage::store(std::string_view domain, const ValueMap& values) {
-  const std::string path = pathOf(domain);
-  // A domain that was never read may hold what the caller does not know of.
-  const bool isNew = !domains_.contains(domain);
-  const ValueMap base = isNew ? ValueMap() : domains_.find(domain)->second.known;
-  const bool foreign = isNew || !(fingerprint(path) == domains_.find(domain)->second.seen);
-  Domain& entry = foreign ? read(domain) : domains_.find(domain)->second;
-  if (!entry.writable) {
-    report_(path + " cannot be read, so it is not written either");
-    return false;
-  }
-  const ValueMap merged = foreign ? rebased(base, values, entry.known) : values;
-  std::string problem;
-  const auto text = settingsText(merged, problem);
-  if (!text) {
-    report_(path + " cannot hold the settings: " + problem);
-    return false;
-  }
-  if (const auto error = replaceFile(path, *text, calls_)) {
-    report_(path + " could not be written (" + *error + "); the file is as it was");
-    return false;
-  }
-  entry.known = merged;
-  entry.seen = fingerprint(path);
+bool FilePreferencesStorage::store(std::string_view name, const ValueMap& values) {
+  Domain& entry = domain(name);
+  // A caller that never read the domain does not mean to remove what it has not seen.
+  const ValueMap base = entry.isKnown ? entry.known : ValueMap();
+  // What stood in the way may be gone without showing: a folder that may be written to again.
+  const bool foreign = refresh(entry, entry.writable ? Look::forChanges : Look::again);
+  const bool merges = foreign || !std::exchange(entry.isKnown, true);
+  const bool written =
+      entry.writable && write(entry, merges ? rebased(base, values, entry.known) : values);
   if (foreign) entry.observers.notify();
-  return true;
+  return written;
 }
 
-Observation FilePreferencesStorage::observe(std::string_view domain,
-                                            std::function<void()> changed) {
-  const auto found = domains_.find(domain);
-  Domain& entry = found != domains_.end() ? found->second : read(domain);
-  return entry.observers.add(std::move(changed));
+Observation FilePreferencesStorage::observe(std::string_view name, std::function<void()> changed) {
+  return domain(name).observers.add(std::move(changed));
 }
 
-void FilePreferencesStorage::dispatchChanges() {
-  alignas(inotify_event) std::array<char, 4096> events;
-  while (::read(watch_, events.data(), events.size()) > 0) {
-  }
-  // Which file it was does not matter: fingerprints tell, and there are two files at most.
-  for (auto& [name, entry] : domains_) {
-    if (fingerprint(pathOf(name)) == entry.seen) continue;
-    read(name);
-    entry.observers.notify();
-  }
+FilePreferencesStorage::Domain& FilePreferencesStorage::domain(std::string_view name) {
+  if (const auto found = domains_.find(name); found != domains_.end()) return found->second;
+  Domain& entry = domains_[std::string(name)];
+  entry.path = folder_ + "/" + std::string(name) + ".json";
+  removeLeftovers(entry.path);
+  followFiles();
+  refresh(entry, Look::again);
+  return entry;
 }
 
-std::string FilePreferencesStorage::pathOf(std::string_view domain) const {
-  return folder_ + "/" + std::string(domain) + ".json";
+/// True when the file holds other settings than at the last look; they are known then.
+bool FilePreferencesStorage::refresh(Domain& entry, Look look) {
+  const FileContent content = readFile(entry.path, kLargestSettingsFile);
+  if (look == Look::forChanges && sameContent(content, entry.seen)) return false;
+  const ValueMap before = entry.known;
+  entry.seen = content;
+  take(entry, content);
+  followFiles();
+  return !(entry.known == before);
 }
 
-FilePreferencesStorage::Fingerprint FilePreferencesStorage::fingerprint(const std::string& path) {
-  struct stat info {};
-  if (::stat(path.c_str(), &info) != 0) return {};
-  return {.present = true, .inode = info.st_ino, .size = info.st_size, .changed = info.st_ctim};
-}
-
-FilePreferencesStorage::Domain& FilePreferencesStorage::read(std::string_view domain) {
-  Domain& entry = domains_.try_emplace(std::string(domain)).first->second;
-  const std::string path = pathOf(domain);
-  entry.seen = fingerprint(path);
-  entry.known.clear();
+void FilePreferencesStorage::take(Domain& entry, const FileContent& content) {
   entry.writable = true;
-  const FileContent content = readFile(path, kLargestFile);
   std::string problem = content.error;
   switch (content.state) {
     case FileContent::State::absent:
-      return entry;
+      entry.known.clear();
+      return;
     case FileContent::State::unreadable:
-      report_(path + " cannot be read: " + problem);
+      report_(entry.path + " cannot be read (" + problem + "); nothing will be written over it");
       entry.writable = false;
-      return entry;
+      return;
     case FileContent::State::present:
       if (auto values = parseSettings(content.text, problem)) {
         entry.known = *std::move(values);
-        return entry;
+        return;
       }
       break;
     case FileContent::State::notAFile:
     case FileContent::State::tooLarge:
       break;
   }
-  entry.writable = setAside(path, problem);
-  entry.seen = fingerprint(path);
-  return entry;
+  takeBroken(entry, problem);
 }
 
-bool FilePreferencesStorage::setAside(const std::string& path, const std::string& why) {
+void FilePreferencesStorage::takeBroken(Domain& entry, const std::string& why) {
+  entry.writable = setAside(entry, why);
+  if (!entry.writable) return;
+  entry.seen = FileContent();
+  if (!entry.known.empty()) write(entry, ValueMap(entry.known));
+}
+
+bool FilePreferencesStorage::write(Domain& entry, const ValueMap& values) {
+  std::string problem;
+  auto text = settingsText(values, problem);
+  if (text && text->size() > kLargestSettingsFile) {
+    problem = "they are larger than " + std::to_string(kLargestSettingsFile) + " bytes";
+    text.reset();
+  }
+  if (!text) {
+    report_(entry.path + " cannot hold the settings: " + problem);
+    return false;
+  }
+  auto error = createFolder(folder_);
+  if (!error) error = replaceFile(entry.path, *text, calls_);
+  if (error) {
+    report_(entry.path + " could not be written (" + *error + "); the file is as it was");
+    return false;
+  }
+  entry.known = values;
+  entry.seen = FileContent{FileContent::State::present, *std::move(text), {}};
+  return true;
+}
+
+bool FilePreferencesStorage::setAside(const Domain& entry, const std::string& why) {
+  const std::string what = entry.path + " is not a settings file (" + why + ")";
   for (int n = 1; n <= kMostSetAside; ++n) {
-    const std::string aside = path + ".broken-" + std::to_string(n);
+    const std::string aside = entry.path + ".broken-" + std::to_string(n);
     struct stat info {};
     if (::lstat(aside.c_str(), &info) == 0) continue;
-    if (calls_.rename(path.c_str(), aside.c_str()) != 0) break;
-    report_(path + " is not a settings file (" + why + "); it was set aside as " + aside +
-            " and the factory settings are in force");
+    if (calls_.rename(entry.path.c_str(), aside.c_str()) != 0) break;
+    report_(what + "; it was set aside as " + aside + ", and the " +
+            (entry.known.empty() ? "factory settings are" : "settings from before stay") +
+            " in force");
     return true;
   }
-  report_(path + " is not a settings file (" + why +
-          ") and cannot be set aside; nothing will be written over it");
+  report_(what + " and cannot be set aside; nothing will be written over it");
   return false;
+}
+
+void FilePreferencesStorage::checkForChanges() {
+  for (auto& [name, entry] : domains_) {
+    if (refresh(entry, Look::forChanges)) entry.observers.notify();
+  }
+}
+
+/// The links on the way to the files lead elsewhere now and then.
+void FilePreferencesStorage::followFiles() {
+  std::vector<std::string> files;
+  for (const auto& [name, entry] : domains_) {
+    for (std::string& file : linkChain(entry.path)) files.push_back(std::move(file));
+  }
+  watch_.setFiles(std::move(files));
 }
 
 }  // namespace velotap

@@ -118,6 +118,44 @@ TEST_F(FileWatchTest, withoutFilesNothingIsTold) {
   EXPECT_EQ(told(), 0);
 }
 
+TEST_F(FileWatchTest, tellsWhenAFileMayBeReadAgain) {
+  write("file");
+  fs::permissions(root / "file", fs::perms::none);
+  follow({"file"});
+  EXPECT_EQ(told(), 0);
+  fs::permissions(root / "file", fs::perms::owner_read);
+  EXPECT_EQ(told(), 1);
+}
+
+TEST_F(FileWatchTest, followsOtherFilesFromNowOn) {
+  fs::create_directories(root / "a");
+  follow({"one"});
+  watch->setFiles({(root / "a/two").string()});
+  write("one");
+  EXPECT_EQ(told(), 0);
+  write("a/two");
+  EXPECT_EQ(told(), 1);
+  watch->setFiles({(root / "a/two").string(), (root / "one").string()});
+  write("one");
+  EXPECT_EQ(told(), 1);
+  write("a/two");
+  EXPECT_EQ(told(), 1);
+}
+
+TEST_F(FileWatchTest, otherFilesMayBeChosenWhenItTells) {
+  const std::vector<std::string> next = {(root / "b").string()};
+  watch.emplace(queue, std::vector<std::string>{(root / "a").string()}, [&] {
+    ++changes;
+    watch->setFiles(next);
+  });
+  write("a");
+  EXPECT_EQ(told(), 1);
+  write("a");
+  EXPECT_EQ(told(), 0);
+  write("b");
+  EXPECT_EQ(told(), 1);
+}
+
 TEST_F(FileWatchTest, nothingIsToldAfterItIsGone) {
   follow({"file"});
   write("file");
