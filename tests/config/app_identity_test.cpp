@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "support/fake_ports.hpp"
+#include "support/memory_preferences.hpp"
 
 namespace velotap {
 namespace {

@@ -6,7 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "support/fake_ports.hpp"
+#include "support/memory_preferences.hpp"
+#include "support/recording_log.hpp"
 
 namespace velotap {
 namespace {
