@@ -8,7 +8,7 @@
 #include <sstream>
 #include <vector>
 
-#include "support/fake_multitouch.hpp"
+#include "adapters/simulated/simulated_multitouch.hpp"
 #include "support/touches.hpp"
 
 namespace velotap {
@@ -166,7 +166,11 @@ class RunDiagnostics : public testing::Test {
     return status;
   }
 
-  test::FakeMultitouch library;
+  void deliver(const test::Frame& frame) {
+    library.deliver("pad", frame.data(), static_cast<std::int32_t>(frame.size()));
+  }
+
+  SimulatedMultitouch library;
   MT binding{library};
   double now = 0;
   std::string output;
@@ -178,7 +182,7 @@ constexpr const char* kTwoDevices =
     "  device 1: familyID=112 builtIn=false\n";
 
 TEST_F(RunDiagnostics, WithoutALibraryThereIsAnError) {
-  library.libraryMissing = true;
+  library.setMissing(true);
   for (const auto mode :
        {DiagnosticsMode::devices, DiagnosticsMode::watch, DiagnosticsMode::calibrate}) {
     EXPECT_EQ(run(mode), 1);
@@ -187,9 +191,9 @@ TEST_F(RunDiagnostics, WithoutALibraryThereIsAnError) {
 }
 
 TEST_F(RunDiagnostics, ListsDevicesInTheirOrder) {
-  library.add("pad", 128).builtIn = true;
-  library.add("mouse", 112);
-  library.nullEntries = true;
+  library.add({.name = "pad", .family = 128, .builtIn = true});
+  library.add({.name = "mouse", .family = 112});
+  library.setListForm(SimulatedMultitouch::ListForm::withNullEntries);
   EXPECT_EQ(run(DiagnosticsMode::devices), 0);
   EXPECT_EQ(output, kTwoDevices);
   EXPECT_TRUE(library.takeCalls().empty()) << "listing starts nothing";
@@ -205,14 +209,13 @@ TEST_F(RunDiagnostics, NoDevicesAreNoErrorForAListingOnly) {
 }
 
 TEST_F(RunDiagnostics, WatchesEveryFrameOfEveryDeviceThatStarts) {
-  auto& pad = library.add("pad", 128);
-  pad.builtIn = true;
-  library.add("mouse", 112).starts = false;
+  library.add({.name = "pad", .family = 128, .builtIn = true});
+  library.add({.name = "mouse", .family = 112, .starts = false});
   const int status = run(DiagnosticsMode::watch, [&] {
-    library.deliver(pad, row(1));
-    library.deliver(pad, nullptr, 2);
-    library.deliver(pad, row(0));
-    library.deliver(pad, row(2));
+    deliver(row(1));
+    library.deliver("pad", nullptr, 2);
+    deliver(row(0));
+    deliver(row(2));
   });
   EXPECT_EQ(status, 0);
   EXPECT_EQ(output, std::string(kTwoDevices) +
@@ -225,15 +228,14 @@ TEST_F(RunDiagnostics, WatchesEveryFrameOfEveryDeviceThatStarts) {
 }
 
 TEST_F(RunDiagnostics, CalibratesAtMostOnceASecond) {
-  auto& pad = library.add("pad", 128);
-  pad.builtIn = true;
-  library.add("mouse", 112);
+  library.add({.name = "pad", .family = 128, .builtIn = true});
+  library.add({.name = "mouse", .family = 112});
   const auto frame = row(2);
   const int status = run(DiagnosticsMode::calibrate, [&] {
     for (const double at : {10.0, 10.5, 11.0, 11.5}) {
       now = at;
-      library.deliver(pad, nullptr, 2);  // nothing to dump, so it must not use the turn up
-      library.deliver(pad, frame);
+      library.deliver("pad", nullptr, 2);  // nothing to dump, so it must not use the turn up
+      deliver(frame);
     }
   });
   EXPECT_EQ(status, 0);
@@ -245,8 +247,8 @@ TEST_F(RunDiagnostics, CalibratesAtMostOnceASecond) {
 }
 
 TEST_F(RunDiagnostics, NothingThatStartsIsAnError) {
-  library.add("pad", 128).registers = false;
-  library.add("mouse", 112).starts = false;
+  library.add({.name = "pad", .family = 128, .registers = false});
+  library.add({.name = "mouse", .family = 112, .starts = false});
   for (const auto mode : {DiagnosticsMode::watch, DiagnosticsMode::calibrate}) {
     EXPECT_EQ(run(mode, [] { FAIL() << "there is nothing to wait for"; }), 1);
     EXPECT_TRUE(output.ends_with("\nERROR: no multitouch device callback could be started\n"));

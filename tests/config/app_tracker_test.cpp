@@ -271,6 +271,7 @@ TEST_F(AppTrackerTest, StopsFollowingWhenGone) {
 TEST_F(AppTrackerTest, IsReadWhileItChanges) {
   startWith(kEditor);
   std::vector<std::thread> readers;
+  readers.reserve(3);
   for (int i = 0; i < 3; ++i) {
     readers.emplace_back([this] {
       for (int k = 0; k < 5000; ++k) {

@@ -14,7 +14,6 @@ namespace velotap {
 namespace {
 
 using test::touch;
-using test::TouchSpec;
 
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 constexpr float kInfinity = std::numeric_limits<float>::infinity();

@@ -105,8 +105,8 @@ TEST_F(FrameGarbage, NothingCrashesWithEverythingOn) {
 TEST_F(FrameGarbage, OrdinaryTouchesAllocateNothingEither) {
   onlyRecognise();
   RandomHand hand(5);
-  std::vector<Frame> frames;
-  for (int i = 0; i < 20000; ++i) frames.push_back(hand.next());
+  std::vector<Frame> frames(20000);
+  for (Frame& contacts : frames) contacts = hand.next();
   const auto play = [&] {
     for (const Frame& contacts : frames) {
       deliver(pad, contacts);

@@ -385,7 +385,8 @@ TEST_F(PinchEngineTest, ARefusedDeliveryEndsWithoutAWordToAnybody) {
   EXPECT_EQ(said.take(), Lines{"pinch cancelled"});
   workspace.setLive(AppId::intern(kEditor));
   process(pair(30));
-  EXPECT_EQ(gestures(), Lines{});
+  process(pair(36));
+  EXPECT_EQ(gestures(), Lines{}) << "blocked until the fingers lift";
   lift();
   beginPinch();
   EXPECT_EQ(gestures(), Lines{"magnify 1 0.000"});
@@ -530,6 +531,17 @@ TEST_F(PinchEngineTest, EachDeviceHasItsOwnGesture) {
   lift(second);
   EXPECT_EQ(gestures(), (Lines{"rotate 2 1.000", "rotate 4 0.000"}));
   EXPECT_FALSE(pinch.isPinching());
+}
+
+TEST_F(PinchEngineTest, ABlockedDeviceIsNotForgottenForAnother) {
+  process(three(), first);
+  beginPinch(second);
+  EXPECT_EQ(gestures(), Lines{"magnify 1 0.000"});
+  beginPinch(first);
+  EXPECT_EQ(gestures(), Lines{});
+  lift(first);
+  beginPinch(first);
+  EXPECT_EQ(gestures(), Lines{"magnify 1 0.000"});
 }
 
 TEST_F(PinchEngineTest, ManyDevicesAtOnce) {

@@ -136,6 +136,7 @@ TEST_F(TapActivityLogTest, ManyThreadsGetDifferentNumbers) {
     EXPECT_TRUE(seen.insert(item.id).second);
   });
   std::vector<std::thread> writers;
+  writers.reserve(4);
   for (int i = 0; i < 4; ++i) {
     writers.emplace_back([this] {
       for (int k = 0; k < 500; ++k) log_->record(activity());

@@ -313,6 +313,14 @@ TEST_F(TapSession, ATapForAnApplicationThatJustWentAwayIsDroppedSilently) {
   EXPECT_TRUE(clicked()) << "and leaves no trace in the spacing of clicks";
 }
 
+TEST_F(TapSession, AMissIsAMissWhoeverIsInFront) {
+  frame(pad, row(3));
+  workspace.setLive(AppId::intern(kBrowser));
+  time.advance(0.4);
+  lift(pad);
+  EXPECT_EQ(outcomes(), Lines{"tooLong"});
+}
+
 TEST_F(TapSession, ATapThatCannotBePostedStillCounts) {
   events.setMouseFailure([](MouseEventType) { return true; });
   tap(pad, 3, 0.05);

@@ -200,6 +200,7 @@ TEST_F(DeviceWatcherTest, TasksOfAWatcherThatIsGoneDoNothing) {
 TEST_F(DeviceWatcherTest, NoticesOfManyThreadsAreHandledOnTheMainOne) {
   start();
   std::vector<std::thread> threads;
+  threads.reserve(4);
   for (int i = 0; i < 4; ++i) {
     threads.emplace_back([this] {
       for (int k = 0; k < 200; ++k) notices.displayReconfigured();

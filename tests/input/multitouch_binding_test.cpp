@@ -241,6 +241,7 @@ TEST_F(MultitouchBinding, StoppingWithoutStopStillUnregistersAndReleases) {
 TEST_F(MultitouchBinding, ManyThreadsResolveOnce) {
   MT mt(loader_);
   std::vector<std::thread> threads;
+  threads.reserve(4);
   for (int i = 0; i < 4; ++i) {
     threads.emplace_back([&mt] {
       for (int k = 0; k < 100; ++k) EXPECT_TRUE(mt.isAvailable());

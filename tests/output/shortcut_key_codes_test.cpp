@@ -146,6 +146,7 @@ TEST_F(ShortcutKeyCodesTest, ReadersOnOtherThreadsSeeOneLayoutOrTheOther) {
   keyboardLayout.select(first);
   codes_.start();
   std::vector<std::thread> readers;
+  readers.reserve(3);
   for (int i = 0; i < 3; ++i) {
     readers.emplace_back([this] {
       for (int k = 0; k < 20000; ++k) {

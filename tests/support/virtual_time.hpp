@@ -1,8 +1,6 @@
-// A clock that tests set and a main queue whose tasks run when the clock reaches them.
+// A main queue over the exact clock, whose waiting tasks a test may count.
 #pragma once
 
-#include <atomic>
-#include <chrono>
 #include <functional>
 #include <map>
 #include <memory>
@@ -11,30 +9,15 @@
 #include <thread>
 #include <utility>
 
-#include "platform/clock.hpp"
 #include "platform/main_queue.hpp"
+#include "support/exact_clock.hpp"
 
 namespace velotap::test {
-
-/// Any thread.
-class ManualClock final : public Clock {
- public:
-  [[nodiscard]] double uptime() const noexcept override { return now_; }
-  [[nodiscard]] std::chrono::system_clock::time_point date() const noexcept override {
-    using namespace std::chrono;
-    return system_clock::time_point(duration_cast<system_clock::duration>(duration<double>(now_)));
-  }
-  void set(double now) { now_ = now; }
-  void advance(double seconds) { now_ = now_ + seconds; }
-
- private:
-  std::atomic<double> now_{1000.0};
-};
 
 /// The thread that made it is the main thread. `async` from any thread; the rest on the main one.
 class VirtualQueue final : public MainQueue {
  public:
-  explicit VirtualQueue(ManualClock& clock) : clock_(clock) {}
+  explicit VirtualQueue(ExactClock& clock) : clock_(clock) {}
 
   void async(Task task) override { submit(clock_.uptime(), std::move(task)); }
   std::shared_ptr<DelayedWork> asyncAfter(double seconds, Task task) override {
@@ -93,7 +76,7 @@ class VirtualQueue final : public MainQueue {
     return tasks_.begin()->first.first;
   }
 
-  ManualClock& clock_;
+  ExactClock& clock_;
   const std::thread::id main_ = std::this_thread::get_id();
   mutable std::mutex lock_;
   std::map<Key, Task> tasks_;

@@ -5,7 +5,7 @@
 #include "adapters/linux/workspace/linux_workspace.hpp"
 #include "fake_sources.hpp"
 #include "support/allocation_counter.hpp"
-#include "support/fake_ports.hpp"
+#include "support/recording_log.hpp"
 
 namespace velotap {
 namespace {

@@ -13,7 +13,7 @@
 #include "adapters/linux/runtime/posix_clock.hpp"
 #include "adapters/linux/runtime/posix_main_queue.hpp"
 #include "fake_sources.hpp"
-#include "support/fake_ports.hpp"
+#include "support/recording_log.hpp"
 #include "support/virtual_time.hpp"
 #include "temporary_folder.hpp"
 
@@ -54,7 +54,7 @@ class LinuxWorkspaceTest : public testing::Test {
 
   PosixClock realClock;
   PosixMainQueue loop{realClock};
-  test::ManualClock clock;
+  test::ExactClock clock;
   test::VirtualQueue queue{clock};
   test::RecordingLog log;
   test::TemporaryFolder folder;

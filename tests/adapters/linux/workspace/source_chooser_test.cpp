@@ -5,7 +5,7 @@
 #include <iterator>
 
 #include "fake_sources.hpp"
-#include "support/fake_ports.hpp"
+#include "support/recording_log.hpp"
 #include "support/virtual_time.hpp"
 
 namespace velotap {
@@ -49,7 +49,7 @@ class SourceChooserTest : public testing::Test {
     chooser->start();
   }
 
-  test::ManualClock clock;
+  test::ExactClock clock;
   test::VirtualQueue queue{clock};
   test::RecordingLog log;
   FakeSources sources;
