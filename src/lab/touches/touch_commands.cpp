@@ -81,20 +81,24 @@ class LiveScenario {
   bool readFrames() {
     std::array<input_event, 64> events;
     const std::size_t count = node_.read(events);
-    for (std::size_t i = 0; i < count; ++i) handle(events[i]);
+    for (std::size_t i = 0; i < count; ++i) {
+      // What is fetched after a loss is newer than the rest of these events.
+      if (handle(events[i]) == ContactReader::Step::resynchronise) break;
+    }
     return count > 0;
   }
 
  private:
-  void handle(const input_event& event) {
+  ContactReader::Step handle(const input_event& event) {
     const auto step = reader_.handle(event);
-    if (step == ContactReader::Step::nothing) return;
+    if (step == ContactReader::Step::nothing) return step;
     if (step == ContactReader::Step::resynchronise) node_.synchronise(reader_, model_.slots);
     const double time = seconds(event);
     if (!start_) start_ = time - kBeforeFirstTouch;
     if (const auto frame = frames_.next(reader_.contacts(), time)) {
       write(time - *start_, frame->touches);
     }
+    return step;
   }
 
   void write(double time, std::span<const MTTouch> touches) {

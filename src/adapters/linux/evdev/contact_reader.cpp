@@ -151,13 +151,16 @@ RawContacts ContactReader::contacts() const noexcept {
   return contacts;
 }
 
-// They follow the first contact that is placed, so that fingers at rest stay at rest.
+// They stay in the middle: beside a finger that lifts or a corner that jumps they would seem to
+// move, and a tap would be taken for a stroke.
 void ContactReader::addUnseenFingers(RawContacts& contacts) const noexcept {
   if (contacts.empty()) return;
   const RawContact seen = contacts[0];
   const auto counted = static_cast<std::size_t>(fingersOf(tools_));
   for (std::size_t n = contacts.size(); n < counted; ++n) {
     RawContact unseen = seen;
+    unseen.x = static_cast<std::int32_t>(model_.minX + model_.width / 2);
+    unseen.y = static_cast<std::int32_t>(model_.minY + model_.height / 2);
     unseen.id = kUnseenIds + static_cast<std::int32_t>(n);
     contacts.push(unseen);
   }

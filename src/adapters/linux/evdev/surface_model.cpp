@@ -142,7 +142,6 @@ SurfaceModel surfaceModel(const EvdevDevice& device) {
   model.protocol = slot != nullptr ? ContactProtocol::slots : ContactProtocol::anonymous;
   // A device may claim any number; nobody has this many fingers.
   model.slots = slot != nullptr ? std::clamp(slot->maximum, 0, 63) + 1 : 0;
-  model.boundingBoxOnly = device.properties[INPUT_PROP_SEMI_MT];
   model.countsWithTools = device.keys[BTN_TOOL_DOUBLETAP];
   measureSurface(device, model);
   measureFingers(device, model);

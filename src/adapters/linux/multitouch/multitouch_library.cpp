@@ -39,11 +39,14 @@ class Object {
 
 class Device final : public Object {
  public:
-  explicit Device(std::unique_ptr<Surface> s) : surface(std::move(s)) {
+  explicit Device(std::shared_ptr<Surface> s) : surface(std::move(s)) {
     // As the pointer that the interface hands out.
     surface->setOwner(static_cast<Object*>(this));
   }
-  const std::unique_ptr<Surface> surface;
+  // Stopped rather than just let go: the surface's thread may hold it a moment longer, and its
+  // callback must not be given a device that is gone.
+  ~Device() override { surface->stop(); }
+  const std::shared_ptr<Surface> surface;
 };
 
 class DeviceArray final : public Object {
@@ -69,7 +72,7 @@ VELOTAP_EXPORT MTDeviceArray MTDeviceCreateList() {
   std::vector<Device*> devices;
   for (const std::string& path : velotap::surfaceNodes()) {
     if (auto node = velotap::makeEvdevNode(path)) {
-      devices.push_back(new Device(std::make_unique<Surface>(std::move(node))));
+      devices.push_back(new Device(std::make_shared<Surface>(std::move(node))));
     }
   }
   return static_cast<Object*>(new DeviceArray(std::move(devices)));

@@ -24,6 +24,9 @@ double monotonicNow() {
   return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
 }
 
+// The surface whose thread this is.
+thread_local const Surface* runningHere = nullptr;
+
 // A mouse's single finger decides a click by its place, so it is followed there.
 bool isTrackpad(const EvdevDevice& device) {
   return device.keys[BTN_TOOL_FINGER];
@@ -41,7 +44,10 @@ Surface::Surface(std::shared_ptr<SurfaceNode> node)
 
 Surface::~Surface() {
   stop();
-  joinFinished();
+  if (!onOwnThread()) return;
+  // The callback gave back the last reference: nobody is left to wait for this thread.
+  thread_.detach();
+  node_->close();
 }
 
 bool Surface::setCallback(MTFrameCallback callback) {
@@ -50,12 +56,13 @@ bool Surface::setCallback(MTFrameCallback callback) {
 }
 
 void Surface::removeCallback(MTFrameCallback callback) {
-  callback_.compare_exchange_strong(callback, nullptr);
+  if (!callback_.compare_exchange_strong(callback, nullptr) || onOwnThread()) return;
+  delivering_.wait(true);
 }
 
 int Surface::start() {
   stop();
-  joinFinished();
+  if (onOwnThread()) return EDEADLK;
   if (!node_->open()) return ENODEV;
   stopping_ = false;
   // Signals belong to the main thread.
@@ -63,30 +70,40 @@ int Surface::start() {
   sigset_t before;
   sigfillset(&all);
   ::pthread_sigmask(SIG_BLOCK, &all, &before);
-  thread_ = std::thread([this] { run(); });
+  thread_ = std::thread([this, keepAlive = weak_from_this().lock()] { run(); });
   ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
   return 0;
 }
 
 void Surface::stop() {
+  // A callback cannot wait for its own thread, which ends when the callback returns.
+  if (onOwnThread()) {
+    stopping_ = true;
+    return;
+  }
   if (!thread_.joinable()) return;
   stopping_ = true;
-  // A callback cannot wait for its own thread, which ends when the callback returns.
-  if (thread_.get_id() == std::this_thread::get_id()) return;
   node_->interrupt();
-  joinFinished();
+  finish();
 }
 
-void Surface::joinFinished() {
-  if (thread_.joinable() && thread_.get_id() != std::this_thread::get_id()) thread_.join();
+// The node stays open until its thread is known to be over: closing it there could pull the
+// descriptor from under an `interrupt` that comes at the same moment.
+void Surface::finish() {
+  thread_.join();
+  node_->close();
+}
+
+bool Surface::onOwnThread() const noexcept {
+  return runningHere == this;
 }
 
 void Surface::run() {
+  runningHere = this;
   begin();
   while (!stopping_ && readFrames()) {
   }
   if (!stopping_) vanish();
-  node_->close();
 }
 
 void Surface::begin() {
@@ -108,14 +125,16 @@ bool Surface::readFrames() {
   for (std::size_t i = 0; i < count && !stopping_; ++i) {
     const auto step = reader_.handle(events[i]);
     if (step == ContactReader::Step::nothing) continue;
-    if (step == ContactReader::Step::resynchronise) node_->synchronise(reader_, model_.slots);
-    takeFrame(seconds(events[i]));
+    // What was fetched is newer than the rest of these events.
+    if (takeFrame(step, seconds(events[i]))) break;
   }
   return count > 0;
 }
 
-void Surface::takeFrame(double time) {
+bool Surface::takeFrame(ContactReader::Step step, double time) {
   lastTime_ = time;
+  bool fetched = step == ContactReader::Step::resynchronise;
+  if (fetched) node_->synchronise(reader_, model_.slots);
   RawContacts contacts = reader_.contacts();
   if (sleepsThroughOneFinger_) {
     const bool matters = contacts.size() >= kFingersThatMatter;
@@ -125,10 +144,12 @@ void Surface::takeFrame(double time) {
       // Where the fingers are was not told while nobody listened.
       node_->synchronise(reader_, model_.slots);
       contacts = reader_.contacts();
+      fetched = true;
     }
     if (!matters) payAttention(SurfaceNode::Attention::landingAndLifting);
   }
   if (const auto frame = frames_.next(contacts, time)) deliver(*frame);
+  return fetched;
 }
 
 void Surface::payAttention(SurfaceNode::Attention attention) {
@@ -143,11 +164,16 @@ void Surface::vanish() {
 }
 
 void Surface::deliver(const TouchFrame& frame) {
-  const MTFrameCallback callback = callback_.load();
-  if (callback == nullptr) return;
-  const MTTouch* touches = frame.touches.empty() ? nullptr : frame.touches.data();
-  callback(owner_, touches, static_cast<std::int32_t>(frame.touches.size()), frame.timestamp,
-           frame.number);
+  // In this order: whoever takes the callback away sees either that it is running or that it will
+  // not run any more.
+  delivering_ = true;
+  if (const MTFrameCallback callback = callback_) {
+    const MTTouch* touches = frame.touches.empty() ? nullptr : frame.touches.data();
+    callback(owner_, touches, static_cast<std::int32_t>(frame.touches.size()), frame.timestamp,
+             frame.number);
+  }
+  delivering_ = false;
+  delivering_.notify_all();
 }
 
 }  // namespace velotap

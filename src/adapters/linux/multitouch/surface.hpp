@@ -2,8 +2,11 @@
 // callback.
 //
 // The thread lives from `start` to `stop` and spends its life inside one blocking read: a frame
-// costs one system call, and with nothing touched nothing runs. `stop` returns only when no
-// callback is running any more, unless the callback itself calls it. Frames allocate nothing.
+// costs one system call, and with nothing touched nothing runs. `stop` and `removeCallback` return
+// only when no callback is running any more; called from inside the callback they return at once,
+// and that callback is the last. So neither may be called with a lock held that the callback takes.
+// A callback may even give back the last reference to the surface it is called for, if the surface
+// is owned by a shared pointer. Frames allocate nothing.
 //
 // On a trackpad that fewer than two fingers touch, only landing and lifting wake the thread: moving
 // the pointer with one finger is what trackpads do all day, and nothing here begins with one
@@ -20,7 +23,7 @@
 
 namespace velotap {
 
-class Surface {
+class Surface : public std::enable_shared_from_this<Surface> {
  public:
   explicit Surface(std::shared_ptr<SurfaceNode> node);
   ~Surface();
@@ -43,13 +46,14 @@ class Surface {
 
  private:
   void run();
-  bool readFrames();  // false when it is over
-  void takeFrame(double time);
-  void begin();   // tells the callback what is down already
-  void vanish();  // lifts whatever was down
+  bool readFrames();                                      // false when it is over
+  bool takeFrame(ContactReader::Step step, double time);  // true when the truth was fetched
+  void begin();                                           // tells the callback what is down already
+  void vanish();                                          // lifts whatever was down
   void payAttention(SurfaceNode::Attention attention);
   void deliver(const TouchFrame& frame);
-  void joinFinished();
+  [[nodiscard]] bool onOwnThread() const noexcept;
+  void finish();  // waits for the thread and closes the node
 
   std::shared_ptr<SurfaceNode> node_;
   SurfaceModel model_;
@@ -58,6 +62,7 @@ class Surface {
   std::atomic<MTFrameCallback> callback_{nullptr};
   std::thread thread_;
   std::atomic<bool> stopping_{false};
+  std::atomic<bool> delivering_{false};
 
   // The thread's own.
   ContactReader reader_;

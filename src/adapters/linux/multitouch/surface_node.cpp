@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <libevdev/libevdev.h>
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -12,7 +13,6 @@
 #include <cerrno>
 #include <ctime>
 #include <utility>
-#include <vector>
 
 namespace velotap {
 namespace {
@@ -113,26 +113,54 @@ class EvdevNode final : public SurfaceNode {
   void listen(Attention attention) override { setAttention(fd_, attention); }
 
   void synchronise(ContactReader& reader, int slots) override {
-    std::vector<RawContact> contacts(static_cast<std::size_t>(std::max(slots, 0)));
+    const auto count = static_cast<std::size_t>(std::clamp(slots, 0, kMostSlots));
+    std::array<RawContact, kMostSlots> contacts;
+    input_absinfo slot{};
+    // Events that wait are older than what is fetched, and name slots by the order in which they
+    // were sent: they are dropped, and the truth is fetched again if more came meanwhile.
+    constexpr int kTries = 4;
+    for (int i = 0; i < kTries && (i == 0 || eventsWait()); ++i) {
+      dropWaitingEvents();
+      contacts.fill(RawContact());
+      slot = {};
+      ::ioctl(fd_, EVIOCGABS(ABS_MT_SLOT), &slot);
+      fetchSlots({contacts.data(), count});
+    }
+    reader.setSlots({contacts.data(), count}, slot.value, fingersByTools());
+  }
+
+ private:
+  static constexpr int kMostSlots = 64;
+
+  [[nodiscard]] bool eventsWait() const {
+    pollfd waiting = {.fd = fd_, .events = POLLIN, .revents = 0};
+    return ::poll(&waiting, 1, 0) > 0 && (waiting.revents & POLLIN) != 0;
+  }
+
+  void dropWaitingEvents() {
+    std::array<input_event, 64> events;
+    // As many as a device can queue; one that sends faster than it is read does not keep us here.
+    for (int i = 0; i < 256 && eventsWait(); ++i) {
+      if (read(events) == 0) return;
+    }
+  }
+
+  void fetchSlots(std::span<RawContact> contacts) const {
     fetch(ABS_MT_TRACKING_ID, contacts, &RawContact::id);
     fetch(ABS_MT_POSITION_X, contacts, &RawContact::x);
     fetch(ABS_MT_POSITION_Y, contacts, &RawContact::y);
     fetch(ABS_MT_TOUCH_MAJOR, contacts, &RawContact::major);
     fetch(ABS_MT_TOUCH_MINOR, contacts, &RawContact::minor);
     fetch(ABS_MT_PRESSURE, contacts, &RawContact::pressure);
-    input_absinfo slot{};
-    ::ioctl(fd_, EVIOCGABS(ABS_MT_SLOT), &slot);
-    reader.setSlots(contacts, slot.value, fingersByTools());
   }
 
- private:
-  void fetch(std::uint32_t code, std::vector<RawContact>& contacts,
+  void fetch(std::uint32_t code, std::span<RawContact> contacts,
              std::int32_t RawContact::*field) const {
     if (contacts.empty() || !description_.absoluteAxes[code]) return;
     // The request's first word is the axis, the answer one word for each slot behind it.
-    std::vector<std::int32_t> words(contacts.size() + 1);
+    std::array<std::int32_t, kMostSlots + 1> words{};
     words[0] = static_cast<std::int32_t>(code);
-    const std::size_t size = words.size() * sizeof(std::int32_t);
+    const std::size_t size = (contacts.size() + 1) * sizeof(std::int32_t);
     if (::ioctl(fd_, EVIOCGMTSLOTS(size), words.data()) < 0) return;
     for (std::size_t i = 0; i < contacts.size(); ++i) contacts[i].*field = words[i + 1];
   }

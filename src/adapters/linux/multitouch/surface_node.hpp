@@ -32,7 +32,8 @@ class SurfaceNode {
   /// Ends a `read` that waits, and all later ones until the node is opened again. Any thread.
   virtual void interrupt() = 0;
   virtual void listen(Attention attention) = 0;
-  /// Tells the reader what is down right now; nothing is when the device is gone.
+  /// Tells the reader what is down right now; nothing is when the device is gone. Events that
+  /// already wait to be read are dropped, and so must be those that were read and not yet handled.
   virtual void synchronise(ContactReader& reader, int slots) = 0;
 };
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
 
 #include "event_maker.hpp"
@@ -94,6 +95,26 @@ TEST(ContactReader, fingersBeyondTheSlotsAreCountedByTheirTool) {
   feed(reader,
        {event(EV_KEY, BTN_TOOL_TRIPLETAP, 0), event(EV_KEY, BTN_TOOL_DOUBLETAP, 1), report()});
   EXPECT_EQ(reader.contacts().size(), 2U);
+}
+
+// The finger that nobody placed must not seem to jump when the one beside it lifts.
+TEST(ContactReader, aFingerWithoutAPlaceStaysWhereItIs) {
+  EvdevDevice device = magicTrackpad();
+  device.absoluteAxes[ABS_MT_SLOT]->maximum = 1;
+  ContactReader reader(surfaceModel(device));
+  feed(reader, contact(0, 1, -3000, -2000));
+  feed(reader, contact(1, 2, 3000, 2000));
+  feed(reader, {event(EV_KEY, BTN_TOOL_TRIPLETAP, 1), report()});
+  const RawContact before = reader.contacts()[2];
+  feed(reader, lift(0));
+  feed(reader, {report()});
+  const RawContacts after = reader.contacts();
+  ASSERT_EQ(after.size(), 3U) << "the tool still says three";
+  const auto same = std::find_if(after.begin(), after.end(),
+                                 [&](const RawContact& c) { return c.id == before.id; });
+  ASSERT_NE(same, after.end());
+  EXPECT_EQ(same->x, before.x);
+  EXPECT_EQ(same->y, before.y);
 }
 
 TEST(ContactReader, aToolWithoutContactsIsNoFinger) {

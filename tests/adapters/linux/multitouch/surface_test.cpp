@@ -7,9 +7,12 @@
 #include <unistd.h>
 
 #include <array>
+#include <atomic>
 #include <condition_variable>
 #include <functional>
+#include <future>
 #include <mutex>
+#include <thread>
 #include <vector>
 
 #include "../evdev/event_maker.hpp"
@@ -35,8 +38,14 @@ class FakeNode final : public SurfaceNode {
   FakeNode& operator=(const FakeNode&) = delete;
 
   [[nodiscard]] const EvdevDevice& description() const override { return description_; }
-  [[nodiscard]] bool open() override { return present; }
-  void close() override {}
+  [[nodiscard]] bool open() override {
+    eventfd_t count = 0;
+    ::eventfd_read(interrupted_, &count);  // an interrupt of the time before
+    return present;
+  }
+  void close() override {
+    if (onClose) onClose();
+  }
   [[nodiscard]] std::size_t read(std::span<input_event> events) override {
     pollfd waiting[] = {{.fd = ends_[0], .events = POLLIN, .revents = 0},
                         {.fd = interrupted_, .events = POLLIN, .revents = 0}};
@@ -72,13 +81,21 @@ class FakeNode final : public SurfaceNode {
   }
   void unplug() { ::close(std::exchange(ends_[1], -1)); }
 
+  void plug() {
+    for (const int end : ends_) {
+      if (end >= 0) ::close(end);
+    }
+    EXPECT_EQ(::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends_.data()), 0);
+  }
+
   bool present = true;
+  std::function<void()> onClose;
 
  private:
   std::vector<RawContact> truth_;
   EvdevDevice description_;
   std::array<int, 2> ends_{-1, -1};
-  const int interrupted_ = ::eventfd(0, EFD_CLOEXEC);
+  const int interrupted_ = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
   std::mutex lock_;
   std::vector<Attention> attentions_;
 };
@@ -223,6 +240,87 @@ TEST_F(SurfaceTest, aMousesSingleFingerIsFollowed) {
   node_->send({report()});
   Frames::instance().waitFor(2);
   EXPECT_TRUE(node_->attentions().empty());
+}
+
+// Events that came along with the loss are older than the truth that was fetched after it.
+TEST_F(SurfaceTest, whatWasReadBeforeTheTruthDoesNotUndoIt) {
+  ASSERT_EQ(surface_.start(), 0);
+  Frames::instance().waitFor(1);
+  node_->setTruth({{.id = 8, .x = 1, .y = 1}});
+  std::vector<input_event> events = {event(EV_SYN, SYN_DROPPED, 0), report()};
+  append(events, contact(0, 7, 5, 5));
+  events.push_back(report());
+  node_->send(events);
+  EXPECT_EQ(Frames::instance().waitFor(2), (Seen{{}, {8}}));
+  node_->send(lift(0));
+  node_->send({report()});
+  EXPECT_EQ(Frames::instance().waitFor(3), (Seen{{}, {8}, {}}));
+}
+
+TEST_F(SurfaceTest, aCallbackThatWasTakenAwayIsNotRunningAnyMore) {
+  std::atomic<bool> entered = false;
+  std::atomic<bool> removing = false;
+  std::atomic<bool> left = false;
+  Frames::instance().inside = [&] {
+    entered = true;
+    entered.notify_all();
+    removing.wait(false);
+    for (int i = 0; i < 1000; ++i) std::this_thread::yield();
+    left = true;
+  };
+  ASSERT_EQ(surface_.start(), 0);
+  entered.wait(false);
+  removing = true;
+  removing.notify_all();
+  surface_.removeCallback(&Frames::callback);
+  EXPECT_TRUE(left);
+  surface_.stop();
+}
+
+TEST_F(SurfaceTest, aCallbackMayTakeItselfAway) {
+  Frames::instance().inside = [this] { surface_.removeCallback(&Frames::callback); };
+  ASSERT_EQ(surface_.start(), 0);
+  Frames::instance().waitFor(1);
+  surface_.stop();
+  EXPECT_TRUE(surface_.setCallback(&Frames::callback)) << "nobody is registered any more";
+}
+
+TEST_F(SurfaceTest, aDeviceThatVanishedMayBeStartedAgain) {
+  ASSERT_EQ(surface_.start(), 0);
+  Frames::instance().waitFor(1);
+  node_->send(contact(0, 1, 0, 0));
+  node_->send({report()});
+  Frames::instance().waitFor(2);
+  node_->unplug();
+  Frames::instance().waitFor(3);
+  node_->plug();
+  ASSERT_EQ(surface_.start(), 0);
+  Frames::instance().waitFor(4);
+  node_->send(contact(0, 2, 0, 0));
+  node_->send({report()});
+  EXPECT_EQ(Frames::instance().waitFor(5), (Seen{{}, {1}, {}, {}, {2}}));
+}
+
+// As when a listener gives a device back in the middle of its frame.
+TEST(SurfaceLifetime, aCallbackMayGiveBackTheLastReference) {
+  Frames::instance().reset();
+  const auto node = std::make_shared<FakeNode>(magicMouse());
+  std::promise<void> closed;
+  node->onClose = [&] { closed.set_value(); };
+  auto surface = std::make_shared<Surface>(node);
+  surface->setCallback(&Frames::callback);
+  // Only once the starter has come back: until then it still uses the surface.
+  Frames::instance().inside = [&] {
+    if (Frames::instance().waitFor(1).size() < 2) return;
+    surface->stop();
+    surface.reset();
+  };
+  ASSERT_EQ(surface->start(), 0);
+  Frames::instance().waitFor(1);
+  node->send(contact(0, 1, 0, 0));
+  node->send({report()});
+  closed.get_future().wait();
+  EXPECT_EQ(surface, nullptr);
 }
 
 TEST_F(SurfaceTest, oneCallbackAtATime) {
