@@ -21,7 +21,7 @@ struct Finger {
   float zTotal;      ///< contact size
   float zDensity;    ///< contact density
 };
-static_assert(sizeof(Finger) == 9 * 4);
+static_assert(sizeof(Finger) == 9 * sizeof(float));
 
 /// Records beyond this are not looked at: nobody has more fingers on one surface.
 inline constexpr std::size_t kMaxFingers = 16;
