@@ -48,6 +48,8 @@ void tellWhatIsMissing() {
 }
 
 int runInBackground() {
+  // Whoever read the diagnostic lines may go; that is no reason to stop working.
+  std::signal(SIGPIPE, SIG_IGN);
   const Descriptor interrupts = takeInterrupts();
   LinuxDesktop desktop(Config::debug());
   Platform& platform = desktop.platform();

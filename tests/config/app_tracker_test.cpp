@@ -5,8 +5,7 @@
 #include <thread>
 
 #include "config/defaults_store.hpp"
-#include "support/fake_ports.hpp"
-#include "support/recording_events.hpp"
+#include "support/desktop.hpp"
 
 namespace velotap {
 namespace {
@@ -19,10 +18,10 @@ AppId id(const char* text) {
   return AppId::intern(text);
 }
 
-class AppTrackerTest : public ::testing::Test {
+class AppTrackerTest : public ::testing::Test, protected test::Desktop {
  protected:
   void startWith(const char* front) {
-    workspace_.setFront(RunningApplication{id(front), ""});
+    activate(front);
     tracker_.start();
   }
   std::string context() const {
@@ -40,19 +39,14 @@ class AppTrackerTest : public ::testing::Test {
   }
   void showPracticeUnderThePointer() { practice_.set(Rect{500, 300, 100, 100}); }
 
-  test::MemoryPreferences storage_;
-  test::RecordingLog log_;
-  test::RecordingEvents events_;
-  test::FakeWorkspace workspace_;
-  NotificationCenter notifications_;
-  DefaultsStore defaults_{storage_, log_};
-  Config config_{defaults_, notifications_};
+  DefaultsStore defaults_{preferences, log};
+  Config config_{defaults_, notifications};
   PracticeTarget practice_;
-  AppTracker tracker_{config_, workspace_, events_, practice_, notifications_};
+  AppTracker tracker_{config_, workspace, events, practice_, notifications};
 };
 
 TEST_F(AppTrackerTest, KnowsNothingBeforeItIsStarted) {
-  workspace_.setFront(RunningApplication{id(kEditor), "Editor"});
+  activate(kEditor, "Editor");
   EXPECT_EQ(context(), "none");
   EXPECT_EQ(front(), "none");
 }
@@ -65,6 +59,7 @@ TEST_F(AppTrackerTest, StartsWithTheApplicationInFrontAndTheStoredRules) {
 }
 
 TEST_F(AppTrackerTest, StartsWithNobodyInFront) {
+  workspace.activate(std::nullopt);
   tracker_.start();
   EXPECT_EQ(context(), "none");
   EXPECT_EQ(front(), "none");
@@ -72,31 +67,30 @@ TEST_F(AppTrackerTest, StartsWithNobodyInFront) {
 
 TEST_F(AppTrackerTest, FollowsActivations) {
   startWith(kEditor);
-  workspace_.activate(kBrowser, "Browser");
+  activate(kBrowser, "Browser");
   EXPECT_EQ(context(), kBrowser);
   EXPECT_EQ(front(), "com.example.browser/Browser");
-  EXPECT_EQ(workspace_.observers, 1);
 }
 
 TEST_F(AppTrackerTest, AnActivationWithoutAnApplicationClearsEverything) {
   startWith(kEditor);
-  workspace_.activate(std::nullopt);
+  workspace.activate(std::nullopt);
   EXPECT_EQ(context(), "none");
   EXPECT_EQ(front(), "none");
-  workspace_.activate(kEditor);
+  activate(kEditor);
   EXPECT_EQ(context(), kEditor);
 }
 
 TEST_F(AppTrackerTest, AnApplicationWithoutAnIdentifierCountsAsNone) {
   startWith(kEditor);
-  workspace_.activate(RunningApplication{AppId(), "Nameless"});
+  workspace.activate(RunningApplication{AppId(), "Nameless"});
   EXPECT_EQ(context(), "none");
   EXPECT_EQ(front(), "none");
 }
 
 TEST_F(AppTrackerTest, OurOwnWindowKeepsTheApplicationThatTheUserCameFrom) {
   startWith(kEditor);
-  workspace_.activate(kOwn, "Velotap");
+  activate(kOwn, "Velotap");
   EXPECT_EQ(front(), "com.example.editor/com.example.editor");
   EXPECT_EQ(context(), "none");
 }
@@ -106,9 +100,9 @@ TEST_F(AppTrackerTest, OurOwnWindowGetsGesturesOnlyOverThePracticeTarget) {
   EXPECT_EQ(context(), "none");
   showPracticeUnderThePointer();
   EXPECT_EQ(context(), "app.norwend.velotap practice");
-  events_.movePointer(Point{499, 300});
+  events.setPointer(Point{499, 300});
   EXPECT_EQ(context(), "none");
-  events_.movePointer(Point{500, 300});
+  events.setPointer(Point{500, 300});
   EXPECT_EQ(context(), "app.norwend.velotap practice");
   practice_.set(std::nullopt);
   EXPECT_EQ(context(), "none");
@@ -116,7 +110,7 @@ TEST_F(AppTrackerTest, OurOwnWindowGetsGesturesOnlyOverThePracticeTarget) {
 
 TEST_F(AppTrackerTest, WithoutAPointerItIsAtTheOrigin) {
   startWith(kOwn);
-  events_.movePointer(std::nullopt);
+  events.setPointer(std::nullopt);
   practice_.set(Rect{0, 0, 10, 10});
   EXPECT_EQ(context(), "app.norwend.velotap practice");
 }
@@ -131,9 +125,9 @@ TEST_F(AppTrackerTest, IgnoredApplicationsGetNothing) {
   startWith(kEditor);
   config_.setIgnoredApps({kBrowser, kEditor});
   EXPECT_EQ(context(), "none");
-  workspace_.activate("com.example.other");
+  activate("com.example.other");
   EXPECT_EQ(context(), "com.example.other");
-  workspace_.activate(kBrowser);
+  activate(kBrowser);
   EXPECT_EQ(context(), "none");
   config_.setIgnoredApps({});
   EXPECT_EQ(context(), kBrowser);
@@ -174,7 +168,7 @@ TEST_F(AppTrackerTest, LongListsAreSearchedWhole) {
   config_.setIgnoredApps(many);
   EXPECT_EQ(context(), kEditor);
   for (const std::string& app : many) {
-    workspace_.activate(app);
+    activate(app);
     ASSERT_EQ(context(), "none") << app;
     ASSERT_FALSE(mayDeliver(app.c_str()));
   }
@@ -197,7 +191,7 @@ TEST_F(AppTrackerTest, RulesAreReadOnNoticeOnly) {
   startWith(kEditor);
   defaults_.set("ignoredApps", Value::strings({kEditor}));
   EXPECT_EQ(context(), kEditor);
-  notifications_.post("VelotapAppListsDidChange");
+  notifications.post("VelotapAppListsDidChange");
   EXPECT_EQ(context(), "none");
 }
 
@@ -214,11 +208,11 @@ TEST_F(AppTrackerTest, DeliversOnlyToWhoIsInFrontRightNow) {
   startWith(kEditor);
   EXPECT_TRUE(mayDeliver(kEditor));
   EXPECT_FALSE(mayDeliver(kBrowser));
-  workspace_.setLive(id(kBrowser));
+  workspace.setLive(id(kBrowser));
   EXPECT_FALSE(mayDeliver(kEditor)) << "the notification is not waited for";
   EXPECT_TRUE(mayDeliver(kBrowser));
   EXPECT_EQ(context(), kEditor) << "the context is";
-  workspace_.setLive(AppId());
+  workspace.setLive(AppId());
   EXPECT_FALSE(mayDeliver(kEditor));
   EXPECT_FALSE(tracker_.mayDeliver(AppId(), false)) << "nobody is not an addressee";
 }
@@ -239,9 +233,9 @@ TEST_F(AppTrackerTest, OurOwnWindowIsDeliveredToOnlyForPractice) {
   showPracticeUnderThePointer();
   EXPECT_FALSE(mayDeliver(kOwn)) << "not every gesture may be practised";
   EXPECT_TRUE(mayDeliver(kOwn, true));
-  events_.movePointer(Point{0, 0});
+  events.setPointer(Point{0, 0});
   EXPECT_FALSE(mayDeliver(kOwn, true));
-  events_.movePointer(Point{512, 384});
+  events.setPointer(Point{512, 384});
   config_.setIgnoredApps({kOwn});
   EXPECT_FALSE(mayDeliver(kOwn, true));
 }
@@ -253,36 +247,23 @@ TEST_F(AppTrackerTest, PracticeAllowsNoOtherAddressee) {
   EXPECT_FALSE(mayDeliver(kOwn, true));
 }
 
-// A build without an identifier of its own.
-
-TEST(AppTrackerWithoutIdentity, NobodyInFrontTellsNothing) {
-  test::MemoryPreferences storage;
-  test::RecordingLog log;
-  test::RecordingEvents events;
-  test::FakeWorkspace workspace{AppId()};
-  NotificationCenter notifications;
-  DefaultsStore defaults{storage, log};
-  Config config{defaults, notifications};
-  PracticeTarget practice;
-  AppTracker tracker{config, workspace, events, practice, notifications};
-  workspace.setFront(RunningApplication{id(kEditor), "Editor"});
-  tracker.start();
+TEST_F(AppTrackerTest, WithoutAnIdentityOfOurOwnNobodyInFrontTellsNothing) {
+  workspace.setOwnBundleId(AppId());
+  startWith(kEditor);
   workspace.activate(std::nullopt);
-  ASSERT_TRUE(tracker.frontApp()) << "it keeps whom it knew";
-  EXPECT_EQ(tracker.frontApp()->name, "Editor");
-  EXPECT_FALSE(tracker.gestureContext());
-  EXPECT_FALSE(tracker.mayDeliver(AppId(), true));
-  workspace.activate(kEditor);
-  ASSERT_TRUE(tracker.gestureContext());
-  EXPECT_FALSE(tracker.gestureContext()->isPractice);
+  EXPECT_EQ(front(), "com.example.editor/com.example.editor") << "it keeps whom it knew";
+  EXPECT_EQ(context(), "none");
+  EXPECT_FALSE(tracker_.mayDeliver(AppId(), true));
+  activate(kEditor);
+  EXPECT_EQ(context(), kEditor);
 }
 
 TEST_F(AppTrackerTest, StopsFollowingWhenGone) {
   {
-    AppTracker other(config_, workspace_, events_, practice_, notifications_);
+    AppTracker other(config_, workspace, events, practice_, notifications);
     other.start();
   }
-  workspace_.activate(kBrowser);
+  activate(kBrowser);
   config_.setIgnoredApps({kBrowser});  // would touch a tracker that is gone
   EXPECT_EQ(context(), "none");
 }
@@ -308,7 +289,7 @@ TEST_F(AppTrackerTest, IsReadWhileItChanges) {
     }
   });
   for (int k = 0; k < 1000; ++k) {
-    workspace_.activate(k % 3 == 0 ? kOwn : k % 3 == 1 ? kEditor : kBrowser);
+    activate(k % 3 == 0 ? kOwn : k % 3 == 1 ? kEditor : kBrowser);
     if (k % 10 == 0) showPracticeUnderThePointer();
     if (k % 10 == 5) practice_.set(std::nullopt);
   }

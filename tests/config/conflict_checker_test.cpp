@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "support/fake_ports.hpp"
-#include "support/virtual_time.hpp"
+#include "support/desktop.hpp"
 
 namespace velotap {
 namespace {
@@ -15,24 +14,18 @@ constexpr const char* kWirelessMouse = "com.apple.driver.AppleBluetoothMultitouc
 constexpr const char* kThreeFingerTap = "TrackpadThreeFingerTapGesture";
 constexpr const char* kTwoFingerSwipe = "MouseTwoFingerHorizSwipeGesture";
 
-class ConflictCheckerTest : public ::testing::Test {
+class ConflictCheckerTest : public ::testing::Test, protected test::Desktop {
  protected:
   void enable(const char* gesture) {
     checker_.checkAfterEnabling(gesture);
-    queue_.runDue();
+    mainQueue.runDue();
   }
   bool isOn(const char* key, std::span<const std::string_view> domains) {
-    return ConflictChecker::isEnabled(system_, key, domains);
+    return ConflictChecker::isEnabled(systemPreferences, key, domains);
   }
 
-  test::ManualClock clock_;
-  test::VirtualQueue queue_{clock_};
-  test::FakeSystemPreferences system_;
-  test::MemoryPreferences storage_;
-  test::RecordingLog log_;
-  test::FakeAlerts alerts_;
-  DefaultsStore defaults_{storage_, log_};
-  ConflictChecker checker_{system_, defaults_, queue_, alerts_,
+  DefaultsStore defaults_{preferences, log};
+  ConflictChecker checker_{systemPreferences, defaults_, mainQueue, alerts,
                            [](std::string_view key) { return "«" + std::string(key) + "»"; }};
 };
 
@@ -50,20 +43,20 @@ TEST_F(ConflictCheckerTest, AnIntegerOtherThanZeroIsOn) {
                         {ValueArray{1}, false},
                         {ValueMap(), false}};
   for (const Case& c : cases) {
-    system_.set(kPad, "Key", c.value);
+    systemPreferences.set(kPad, "Key", c.value);
     EXPECT_EQ(isOn("Key", kTrackpadDomains), c.expected);
   }
 }
 
 TEST_F(ConflictCheckerTest, EveryDomainIsSearched) {
   EXPECT_FALSE(isOn("Key", kTrackpadDomains));
-  system_.set(kPad, "Key", 0);
-  system_.set(kWirelessPad, "Key", 1);
+  systemPreferences.set(kPad, "Key", 0);
+  systemPreferences.set(kWirelessPad, "Key", 1);
   EXPECT_TRUE(isOn("Key", kTrackpadDomains));
   EXPECT_FALSE(isOn("Key", kMouseDomains));
-  system_.set(kPad, "Key", "text");
+  systemPreferences.set(kPad, "Key", "text");
   EXPECT_TRUE(isOn("Key", kTrackpadDomains));
-  system_.set(kWirelessMouse, "Key", 1);
+  systemPreferences.set(kWirelessMouse, "Key", 1);
   EXPECT_TRUE(isOn("Key", kMouseDomains));
   EXPECT_FALSE(isOn("key", kMouseDomains)) << "keys are compared exactly";
   EXPECT_FALSE(isOn("Key", {}));
@@ -83,9 +76,9 @@ TEST_P(ConflictRule, Warning) {
   const RuleCase& c = GetParam();
   if (c.domain != nullptr) {
     EXPECT_FALSE(checker_.warning(c.gesture));
-    system_.set(c.domain, c.systemKey, 0);
+    systemPreferences.set(c.domain, c.systemKey, 0);
     EXPECT_FALSE(checker_.warning(c.gesture));
-    system_.set(c.domain, c.systemKey, 2);
+    systemPreferences.set(c.domain, c.systemKey, 2);
   }
   const auto warning = checker_.warning(c.gesture);
   ASSERT_TRUE(warning);
@@ -111,76 +104,77 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(ConflictCheckerTest, OtherGesturesNeverWarn) {
   for (const char* domain : {kPad, kWirelessPad, kMouse, kWirelessMouse}) {
-    system_.set(domain, kThreeFingerTap, 1);
-    system_.set(domain, kTwoFingerSwipe, 1);
+    systemPreferences.set(domain, kThreeFingerTap, 1);
+    systemPreferences.set(domain, kTwoFingerSwipe, 1);
   }
   for (const char* gesture : {"padTap4", "padClick3", "mouseTap3", "mouseClick3",
                               "mouseClick1Center", "mouseRotate", "", "padtap3", "nonsense"}) {
     EXPECT_FALSE(checker_.warning(gesture)) << gesture;
     enable(gesture);
   }
-  EXPECT_TRUE(alerts_.shown.empty());
+  EXPECT_TRUE(alerts.shown().empty());
 }
 
 TEST_F(ConflictCheckerTest, ShowsOneAlertOnTheMainQueue) {
-  system_.set(kPad, kThreeFingerTap, 1);
+  systemPreferences.set(kPad, kThreeFingerTap, 1);
   checker_.checkAfterEnabling("padTap3");
-  EXPECT_TRUE(alerts_.shown.empty());
+  EXPECT_TRUE(alerts.shown().empty());
   EXPECT_TRUE(defaults_.boolean("conflictWarned.padTap3")) << "set before the alert is seen";
-  queue_.runDue();
-  ASSERT_EQ(alerts_.shown.size(), 1U);
-  EXPECT_EQ(alerts_.shown[0].message, "«Heads-up: possible gesture overlap»");
-  EXPECT_EQ(alerts_.shown[0].informativeText, "«conflict.trackpad-three-finger-tap»");
-  EXPECT_EQ(alerts_.shown[0].buttons, (std::vector<std::string>{"«OK»", "«Open System Settings»"}));
-  EXPECT_TRUE(alerts_.opened.empty());
+  mainQueue.runDue();
+  ASSERT_EQ(alerts.shown().size(), 1U);
+  EXPECT_EQ(alerts.shown()[0].message, "«Heads-up: possible gesture overlap»");
+  EXPECT_EQ(alerts.shown()[0].informativeText, "«conflict.trackpad-three-finger-tap»");
+  EXPECT_EQ(alerts.shown()[0].buttons,
+            (std::vector<std::string>{"«OK»", "«Open System Settings»"}));
+  EXPECT_TRUE(alerts.openedUrls().empty());
 }
 
 TEST_F(ConflictCheckerTest, TheSecondButtonOpensTheSettings) {
-  alerts_.answer = 1;
-  system_.set(kPad, kThreeFingerTap, 1);
+  alerts.setAnswer(1);
+  systemPreferences.set(kPad, kThreeFingerTap, 1);
   enable("padTap3");
   enable("mouseSwipe3Nav");
-  EXPECT_EQ(alerts_.opened,
+  EXPECT_EQ(alerts.openedUrls(),
             (std::vector<std::string>{"x-apple.systempreferences:com.apple.preference.trackpad",
                                       "x-apple.systempreferences:com.apple.preference.mouse"}));
 }
 
 TEST_F(ConflictCheckerTest, WithoutAnOverlapNothingIsShownAndNothingRemembered) {
   enable("padTap3");
-  system_.set(kPad, kThreeFingerTap, 0);
+  systemPreferences.set(kPad, kThreeFingerTap, 0);
   enable("padTap3");
-  EXPECT_TRUE(alerts_.shown.empty());
+  EXPECT_TRUE(alerts.shown().empty());
   EXPECT_FALSE(defaults_.boolean("conflictWarned.padTap3"));
-  system_.set(kPad, kThreeFingerTap, 1);
+  systemPreferences.set(kPad, kThreeFingerTap, 1);
   enable("padTap3");
-  EXPECT_EQ(alerts_.shown.size(), 1U) << "a later overlap does warn";
+  EXPECT_EQ(alerts.shown().size(), 1U) << "a later overlap does warn";
 }
 
 TEST_F(ConflictCheckerTest, EachGestureWarnsOnce) {
   for (int i = 0; i < 3; ++i) enable("mouseSwipe3Nav");
-  EXPECT_EQ(alerts_.shown.size(), 1U);
+  EXPECT_EQ(alerts.shown().size(), 1U);
   EXPECT_TRUE(defaults_.boolean("conflictWarned.mouseSwipe3Nav"));
 }
 
 TEST_F(ConflictCheckerTest, OnceEvenBeforeTheAlertWasSeen) {
   checker_.checkAfterEnabling("mouseSwipe3Nav");
   checker_.checkAfterEnabling("mouseSwipe3Nav");
-  queue_.runDue();
-  EXPECT_EQ(alerts_.shown.size(), 1U);
+  mainQueue.runDue();
+  EXPECT_EQ(alerts.shown().size(), 1U);
 }
 
 TEST_F(ConflictCheckerTest, TwoGesturesOfOneOverlapWarnTwiceWithTheSameText) {
-  system_.set(kWirelessMouse, kTwoFingerSwipe, 1);
+  systemPreferences.set(kWirelessMouse, kTwoFingerSwipe, 1);
   enable("mouseClick2");
   enable("mousePinchZoom");
-  ASSERT_EQ(alerts_.shown.size(), 2U);
-  EXPECT_EQ(alerts_.shown[0].informativeText, alerts_.shown[1].informativeText);
+  ASSERT_EQ(alerts.shown().size(), 2U);
+  EXPECT_EQ(alerts.shown()[0].informativeText, alerts.shown()[1].informativeText);
 }
 
 TEST_F(ConflictCheckerTest, AnEarlierLaunchMayHaveWarned) {
   defaults_.set("conflictWarned.mouseSwipe3Nav", true);
   enable("mouseSwipe3Nav");
-  EXPECT_TRUE(alerts_.shown.empty());
+  EXPECT_TRUE(alerts.shown().empty());
 }
 
 }  // namespace

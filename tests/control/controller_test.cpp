@@ -2,20 +2,19 @@
 
 #include <gtest/gtest.h>
 
-#include "support/fake_ports.hpp"
+#include "support/desktop.hpp"
 
 namespace velotap {
 namespace {
 
-using Lines = std::vector<std::string>;
+using test::Lines;
 
-class ControllerTest : public ::testing::Test {
+class ControllerTest : public ::testing::Test, protected test::Desktop {
  protected:
   Lines take() { return std::exchange(calls_, {}); }
   bool mayRun_ = true;
   bool starts_ = true;
   Lines calls_;
-  test::RecordingLog log_;
   Controller controller_{
       {.canRun =
            [this] {
@@ -32,7 +31,7 @@ class ControllerTest : public ::testing::Test {
            [this] {
              calls_.emplace_back(controller_.isRunning() ? "now running" : "now stopped");
            }},
-      log_};
+      log};
 };
 
 TEST_F(ControllerTest, IsNotRunningAtFirst) {
@@ -80,7 +79,7 @@ TEST_F(ControllerTest, RestartsByStoppingFirst) {
   take();
   controller_.restart();
   EXPECT_EQ(take(), (Lines{"stop", "now stopped", "canRun", "start", "now running"}));
-  EXPECT_EQ(log_.take(), Lines{"restarting listeners"});
+  EXPECT_EQ(said.take(), Lines{"restarting listeners"});
 }
 
 TEST_F(ControllerTest, RestartingWhileSwitchedOffStopsEverything) {
@@ -121,9 +120,9 @@ TEST_F(ControllerTest, SomebodyWhoShowsTheStateIsNotNeeded) {
 }
 
 TEST_F(ControllerTest, SaysNothingWhenNobodyAsked) {
-  log_.on = false;
+  log.setEnabled(false);
   controller_.restart();
-  EXPECT_EQ(log_.take(), Lines{});
+  EXPECT_EQ(said.take(), Lines{});
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "control/services.hpp"
-#include "support/ports.hpp"
+#include "support/desktop.hpp"
 #include "support/random_hand.hpp"
 
 namespace velotap {
@@ -13,11 +13,13 @@ namespace {
 
 using Type = MouseEventType;
 
-class HeldButton : public ::testing::TestWithParam<std::uint32_t>, protected test::Ports {
+class HeldButton : public ::testing::TestWithParam<std::uint32_t>, protected test::Desktop {
  protected:
   HeldButton() {
-    log.on = false;
-    workspace.setFront(RunningApplication{AppId::intern(kApps[0]), ""});
+    log.setEnabled(false);
+    multitouch.add({.name = "pad", .family = 128});
+    multitouch.add({.name = "mouse", .family = 112});
+    activate(kApps[0]);
     for (const char* key : {"mouseClick2", "mouseClick1Center"}) services.defaults.set(key, true);
     services.launch();
   }
@@ -26,7 +28,7 @@ class HeldButton : public ::testing::TestWithParam<std::uint32_t>, protected tes
   void press(bool left) {
     bool& down = left ? leftDown_ : rightDown_;
     const bool fromHardware = !hand_.chance(10);
-    const std::string out = taps.button(
+    const std::string out = button(
         down ? (left ? Type::leftUp : Type::rightUp) : (left ? Type::leftDown : Type::rightDown),
         number_++, fromHardware);
     if (out == "type=25 button=2") {
@@ -44,33 +46,28 @@ class HeldButton : public ::testing::TestWithParam<std::uint32_t>, protected tes
     if (fromHardware || down) down = !down;
   }
   void drag() {
-    const std::string out =
-        taps.button(leftDown_ ? Type::leftDragged : Type::rightDragged, number_++);
+    const std::string out = button(leftDown_ ? Type::leftDragged : Type::rightDragged, number_++);
     EXPECT_TRUE(out == "pass" || middleDown_) << out;
   }
   void readPosted() {
-    const auto posted = events.take();
-    for (std::size_t i = 0; i < posted.size(); ++i) {
-      if (posted[i].starts_with("mouse down")) {
+    const auto lines = posted.take();
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+      if (lines[i].starts_with("mouse down")) {
         ++i;  // a tap's click is whole
-        ASSERT_LT(i, posted.size());
-        EXPECT_TRUE(posted[i].starts_with("mouse up"));
-      } else if (posted[i].starts_with("mouse up")) {
+        ASSERT_LT(i, lines.size());
+        EXPECT_TRUE(lines[i].starts_with("mouse up"));
+      } else if (lines[i].starts_with("mouse up")) {
         EXPECT_TRUE(middleDown_) << "a release that nobody waits for";
         middleDown_ = false;
         ++rescues_;
       }
     }
   }
-  void disable(const std::shared_ptr<test::FakeTaps::Tap>& tap) {
-    if (!tap) return;
-    taps.revives = !hand_.chance(3);
-    const bool isSession = tap == taps.session;
-    test::FakeTaps::disable(tap,
-                            hand_.chance(2) ? TapDisabled::byTimeout : TapDisabled::byUserInput);
-    taps.revives = true;
+  void disable(TapLocation location) {
+    taps.disable(location, hand_.chance(2) ? TapDisabled::byTimeout : TapDisabled::byUserInput,
+                 !hand_.chance(3));
     readPosted();
-    EXPECT_FALSE(isSession && middleDown_);
+    EXPECT_FALSE(location == TapLocation::session && middleDown_ && taps.installed(location) > 0);
   }
   void stopped() {
     readPosted();
@@ -86,22 +83,22 @@ class HeldButton : public ::testing::TestWithParam<std::uint32_t>, protected tes
         services.controller.restart();
         break;
       case 2:
-        notices.willSleep.notify();
+        notices.willSleep();
         break;
       default:
-        notices.displays.notify();
+        notices.displayReconfigured();
     }
-    queue.runDue();
+    mainQueue.runDue();
     stopped();
   }
 
   void step() {
     switch (hand_.below(36)) {
       case 0:
-        disable(taps.session);
+        disable(TapLocation::session);
         break;
       case 1:
-        disable(taps.hid);
+        disable(TapLocation::hid);
         break;
       case 2:
         if (hand_.chance(4)) interrupt();
@@ -110,7 +107,7 @@ class HeldButton : public ::testing::TestWithParam<std::uint32_t>, protected tes
         services.controller.start();
         break;
       case 4:
-        workspace.activate(kApps[hand_.below(2)]);
+        activate(kApps[hand_.below(2)]);
         break;
       case 5:
         services.config.setIgnoredApps(hand_.chance(2) ? std::vector<std::string>{kApps[1]}
@@ -120,11 +117,11 @@ class HeldButton : public ::testing::TestWithParam<std::uint32_t>, protected tes
         services.defaults.set("enabled", !hand_.chance(4));
         break;
       case 7:
-        queue.advance(hand_.below(3));
+        advance(hand_.below(3));
         break;
       case 8:
-        taps.hidFails = hand_.chance(3);
-        taps.sessionFails = hand_.chance(6);
+        taps.setInstallable(TapLocation::hid, !hand_.chance(3));
+        taps.setInstallable(TapLocation::session, !hand_.chance(6));
         break;
       case 9:
       case 10:
@@ -140,10 +137,11 @@ class HeldButton : public ::testing::TestWithParam<std::uint32_t>, protected tes
         drag();
         break;
       default: {
-        auto& device = hand_.chance(8) ? mouse : pad;
-        library.deliver(device, hand_.next());
-        if (hand_.chance(10)) library.deliver(device, nullptr, 0);
-        clock.advance(0.008);
+        const char* device = hand_.chance(8) ? "mouse" : "pad";
+        const test::Frame contacts = hand_.next();
+        multitouch.deliver(device, contacts.data(), static_cast<std::int32_t>(contacts.size()));
+        if (hand_.chance(10)) multitouch.deliver(device, nullptr, 0);
+        advance(0.008);
       }
     }
     readPosted();
@@ -152,8 +150,6 @@ class HeldButton : public ::testing::TestWithParam<std::uint32_t>, protected tes
   }
 
   static constexpr const char* kApps[] = {"com.example.editor", "com.example.browser"};
-  test::FakeMultitouch::Device& pad = library.add("pad", 128);
-  test::FakeMultitouch::Device& mouse = library.add("mouse", 112);
   Services services{platform};
   test::RandomHand hand_{GetParam()};
   std::int64_t number_ = 1;

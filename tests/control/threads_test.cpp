@@ -5,10 +5,13 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
+#include <string>
 #include <thread>
+#include <vector>
 
 #include "control/services.hpp"
-#include "support/ports.hpp"
+#include "support/desktop.hpp"
 #include "support/random_hand.hpp"
 
 namespace velotap {
@@ -16,14 +19,16 @@ namespace {
 
 using Type = MouseEventType;
 
-class Threads : public ::testing::Test, protected test::Ports {
+class Threads : public ::testing::Test, protected test::Desktop {
  protected:
   static constexpr int kFrames = 4000;
 
   Threads() {
-    for (const std::int32_t family : {128, 112, 129, 113}) library.add("device", family);
-    workspace.setFront(RunningApplication{AppId::intern(kApps[0]), ""});
-    system.set("com.apple.AppleMultitouchTrackpad", "TrackpadThreeFingerDrag", 1);
+    for (const std::int32_t family : {128, 112, 129, 113}) {
+      multitouch.add({.name = std::to_string(family), .family = family});
+    }
+    activate(kApps[0]);
+    systemPreferences.set("com.apple.AppleMultitouchTrackpad", "TrackpadThreeFingerDrag", 1);
     for (const char* key : {"mouseClick2", "mouseRotate", "mouseSwipe3Nav", "padTap4"}) {
       services.defaults.set(key, true);
     }
@@ -32,19 +37,18 @@ class Threads : public ::testing::Test, protected test::Ports {
 
   /// One thread for each device, as a multitouch library has it.
   void playFrames() {
-    std::uint32_t seed = 1;
-    for (auto& device : library.devices) {
-      players_.emplace_back([this, &device, seed] {
-        test::RandomHand hand(seed);
+    for (const std::uint32_t family : {128U, 112U, 129U, 113U}) {
+      players_.emplace_back([this, family] {
+        const std::string device = std::to_string(family);
+        test::RandomHand hand(family);
         for (int i = 0; i < kFrames; ++i) {
-          library.deliver(device, hand.next());
-          if (hand.chance(20)) library.deliver(device, nullptr, 0);
-          delivered_.fetch_add(1, std::memory_order_relaxed);
+          const test::Frame contacts = hand.next();
+          multitouch.deliver(device, contacts.data(), static_cast<std::int32_t>(contacts.size()));
+          if (hand.chance(20)) multitouch.deliver(device, nullptr, 0);
         }
-        library.deliver(device, nullptr, 0);
+        multitouch.deliver(device, nullptr, 0);
         ++finished_;
       });
-      ++seed;
     }
   }
   [[nodiscard]] bool playing() const { return finished_ < static_cast<int>(players_.size()); }
@@ -60,13 +64,14 @@ class Threads : public ::testing::Test, protected test::Ports {
     playFrames();
     for (int i = 0; i < 200 || (playing() && i < 1000000); ++i) {
       step(i);
-      clock.advance(0.002);
+      clock.advanceTo(clock.now() + std::chrono::milliseconds(2));
     }
     join();
     services.controller.stop();
     EXPECT_FALSE(services.engine.hasActiveContact());
     EXPECT_FALSE(services.pinch.isPinching());
-    for (const auto& device : library.devices) EXPECT_EQ(device.references, 0);
+    EXPECT_EQ(multitouch.heldReferences(), 0U);
+    EXPECT_EQ(multitouch.faults(), test::Lines{});
   }
 
   static constexpr const char* kApps[] = {"com.example.editor", "com.example.browser",
@@ -77,7 +82,6 @@ class Threads : public ::testing::Test, protected test::Ports {
  private:
   std::vector<std::thread> players_;
   std::atomic<int> finished_ = 0;
-  std::atomic<int> delivered_ = 0;
 };
 
 TEST_F(Threads, FramesAndClicks) {
@@ -85,11 +89,11 @@ TEST_F(Threads, FramesAndClicks) {
   std::int64_t number = 1;
   meanwhile([&](int) {
     const bool hardware = !chance_.chance(4);
-    static_cast<void>(taps.button(Type::leftDown, ++number, hardware));
-    static_cast<void>(taps.button(Type::leftDragged, number, hardware));
-    static_cast<void>(taps.button(Type::leftUp, number, hardware));
-    static_cast<void>(taps.button(Type::rightDown, ++number, hardware));
-    static_cast<void>(taps.button(Type::rightUp, number, hardware));
+    static_cast<void>(button(Type::leftDown, ++number, hardware));
+    static_cast<void>(button(Type::leftDragged, number, hardware));
+    static_cast<void>(button(Type::leftUp, number, hardware));
+    static_cast<void>(button(Type::rightDown, ++number, hardware));
+    static_cast<void>(button(Type::rightUp, number, hardware));
   });
 }
 
@@ -97,10 +101,9 @@ TEST_F(Threads, FramesAndLostTaps) {
   services.launch();
   std::int64_t number = 1;
   meanwhile([&](int i) {
-    static_cast<void>(taps.button(Type::leftDown, ++number));
-    taps.revives = i % 7 != 0;
-    if (taps.hid && i % 3 == 0) test::FakeTaps::disable(taps.hid, TapDisabled::byTimeout);
-    if (taps.session) test::FakeTaps::disable(taps.session, TapDisabled::byUserInput);
+    static_cast<void>(button(Type::leftDown, ++number));
+    if (i % 3 == 0) taps.disable(TapLocation::hid, TapDisabled::byTimeout, i % 7 != 0);
+    taps.disable(TapLocation::session, TapDisabled::byUserInput, i % 7 != 0);
     if (!services.controller.isRunning()) services.controller.start();
   });
 }
@@ -111,19 +114,19 @@ TEST_F(Threads, FramesAndRestarts) {
     if (i % 10 == 0) services.controller.restart();
     static_cast<void>(services.engine.connectedDeviceClasses());
     static_cast<void>(services.engine.hasActiveContact());
-    if (i % 25 == 0) notices.displays.notify();
-    queue.runDue();
-    library.takeCalls();
+    if (i % 25 == 0) notices.displayReconfigured();
+    mainQueue.runDue();
+    multitouch.takeCalls();
   });
 }
 
 TEST_F(Threads, FramesAndApplications) {
   services.launch();
   meanwhile([&](int i) {
-    workspace.activate(kApps[chance_.below(3)]);
+    activate(kApps[chance_.below(3)]);
     if (i % 3 == 0) services.practice.set(Rect{0, 0, 2000, 2000});
     if (i % 3 == 1) services.practice.set(std::nullopt);
-    if (i % 5 == 0) events.movePointer(Point{static_cast<double>(i), 5});
+    if (i % 5 == 0) events.setPointer(Point{static_cast<double>(i), 5});
     if (i % 20 == 0) services.config.setIgnoredApps({kApps[chance_.below(3)]});
     if (i % 20 == 10) services.config.setKeystrokeZoomApps({kApps[chance_.below(3)]});
     static_cast<void>(services.engine.shouldConvertClick(ClickPolicy::Button::left));
@@ -142,8 +145,9 @@ TEST_F(Threads, FramesAndSettings) {
     services.defaults.set("maxTapDurationMs", static_cast<int>(50 + chance_.below(500)));
     services.defaults.set("maxTapDrift", chance_.below(100) / 500.0);
     services.defaults.set("pinchSensitivity", 0.5 + chance_.below(4));
-    if (i % 10 == 0) layout.select({{{static_cast<std::uint16_t>(chance_.below(65)), "["}}});
-    if (i % 10 == 5) layout.select(std::nullopt);
+    if (i % 10 == 0)
+      keyboardLayout.select({{{static_cast<std::uint16_t>(chance_.below(65)), "["}}});
+    if (i % 10 == 5) keyboardLayout.select(std::nullopt);
   });
 }
 
@@ -153,14 +157,14 @@ TEST_F(Threads, FramesAndReaders) {
   const Observation changes = notifications.observe(kTapActivityDidChange, [&seen] { ++seen; });
   meanwhile([&](int i) {
     EXPECT_LE(services.activity.items().size(), TapActivityLog::kCapacity);
-    queue.runDue();
+    mainQueue.runDue();
     if (i % 50 == 0) services.activity.clear();
-    events.take();
-    events.takeGestures();
-    log.take();
-    log.on = i % 2 == 0;
+    posted.take();
+    posted.takeGestures();
+    said.take();
+    log.setEnabled(i % 2 == 0);
   });
-  queue.runDue();
+  mainQueue.runDue();
   EXPECT_GT(seen, 0);
 }
 
@@ -170,13 +174,13 @@ TEST_F(Threads, EverythingAtOnce) {
   meanwhile([&](int i) {
     switch (i % 9) {
       case 0:
-        static_cast<void>(taps.button(Type::leftDown, ++number, i % 2 == 0));
+        static_cast<void>(button(Type::leftDown, ++number, i % 2 == 0));
         break;
       case 1:
-        static_cast<void>(taps.button(Type::leftUp, number));
+        static_cast<void>(button(Type::leftUp, number));
         break;
       case 2:
-        workspace.activate(kApps[chance_.below(3)]);
+        activate(kApps[chance_.below(3)]);
         break;
       case 3:
         services.config.setIgnoredApps(
@@ -189,7 +193,7 @@ TEST_F(Threads, EverythingAtOnce) {
         if (chance_.chance(10)) services.controller.restart();
         break;
       case 6:
-        if (taps.session) test::FakeTaps::disable(taps.session, TapDisabled::byTimeout);
+        taps.disable(TapLocation::session, TapDisabled::byTimeout, true);
         break;
       case 7:
         services.controller.start();
@@ -198,7 +202,7 @@ TEST_F(Threads, EverythingAtOnce) {
         static_cast<void>(services.activity.items());
         break;
     }
-    queue.runDue();
+    mainQueue.runDue();
   });
 }
 

@@ -23,8 +23,8 @@ constexpr std::int32_t kLargest = std::numeric_limits<std::int32_t>::max();
 class FrameGarbage : public EngineTest {
  protected:
   FrameGarbage() {
-    log.on = false;
-    events.keepGestures = false;
+    log.setEnabled(false);
+    posted.stop();  // writing down allocates
     set("mouseRotate", true);
     // Memory beyond these sixteen records belongs to somebody else, as the sanitizer will tell.
     records_.resize(16);
@@ -62,11 +62,11 @@ class FrameGarbage : public EngineTest {
       record.density = 1;
     }
   }
-  void frameOfAnything(Device& device) {
+  void frameOfAnything(const char* device) {
     randomRecords();
     const MTTouch* touches = random_() % 20 == 0 ? nullptr : records_.data();
-    library.deliver(device, touches, randomCount());
-    clock.advance(0.008);
+    multitouch.deliver(device, touches, randomCount());
+    time.advance(0.008);
   }
 
   std::mt19937 random_{99};
@@ -84,16 +84,15 @@ TEST_F(FrameGarbage, RecognisingItAllocatesNothing) {
 TEST_F(FrameGarbage, NothingCrashesWithEverythingOn) {
   for (const char* key : {"mouseTap3", "padTap3", "padTap4", "mouseSwipe3Nav"}) set(key, true);
   config.setKeystrokeZoomApps({kBrowser});
-  log.on = true;
+  log.setEnabled(true);
   for (int i = 0; i < 20000; ++i) {
     frameOfAnything(random_() % 2 == 0 ? pad : mouse);
-    if (random_() % 100 == 0) workspace.activate(random_() % 2 == 0 ? kEditor : kBrowser);
+    if (random_() % 100 == 0) activate(random_() % 2 == 0 ? kEditor : kBrowser);
     if (random_() % 50 == 0) static_cast<void>(engine.shouldConvertClick(Button::left));
     if (random_() % 50 == 0) engine.endConversion(Button::left);
     if (i % 1000 == 0) {
-      events.take();
-      log.take();
-      queue.runDue();
+      said.take();
+      mainQueue.runDue();
     }
   }
   lift(pad);
@@ -110,9 +109,9 @@ TEST_F(FrameGarbage, OrdinaryTouchesAllocateNothingEither) {
   for (int i = 0; i < 20000; ++i) frames.push_back(hand.next());
   const auto play = [&] {
     for (const Frame& contacts : frames) {
-      library.deliver(pad, contacts);
-      library.deliver(mouse, contacts);
-      clock.advance(0.008);
+      deliver(pad, contacts);
+      deliver(mouse, contacts);
+      time.advance(0.008);
     }
   };
   play();

@@ -44,7 +44,7 @@ class PinchEngineTest : public ::testing::Test, protected EngineKit {
   /// "magnify 1 0.000" …
   Lines gestures() {
     Lines result;
-    for (const GestureEvent& event : events.takeGestures()) {
+    for (const GestureEvent& event : posted.takeGestures()) {
       result.push_back((event.kind == GestureKind::magnify ? "magnify " : "rotate ") +
                        std::to_string(static_cast<int>(event.phase)) + " " +
                        fixedText(event.value, 3));
@@ -68,7 +68,7 @@ TEST_F(PinchEngineTest, AStillSpreadOfFiveMillimetresPinches) {
   process(pair(25));
   EXPECT_TRUE(pinch.isPinching());
   EXPECT_EQ(gestures(), Lines{"magnify 1 0.000"});
-  EXPECT_EQ(log.take(), Lines{"pinch began (d0=20.0mm, keystrokes=false)"});
+  EXPECT_EQ(said.take(), Lines{"pinch began (d0=20.0mm, keystrokes=false)"});
   process(pair(26));
   EXPECT_EQ(gestures(), Lines{"magnify 2 0.020"}) << "half of one in twenty-five";
   process(pair(26));
@@ -78,7 +78,7 @@ TEST_F(PinchEngineTest, AStillSpreadOfFiveMillimetresPinches) {
   lift();
   EXPECT_FALSE(pinch.isPinching());
   EXPECT_EQ(gestures(), Lines{"magnify 4 0.000"});
-  EXPECT_EQ(log.take(), Lines{"pinch ended"});
+  EXPECT_EQ(said.take(), Lines{"pinch ended"});
 }
 
 TEST_F(PinchEngineTest, SqueezingPinchesToo) {
@@ -108,24 +108,24 @@ TEST_F(PinchEngineTest, SensitivityIsReadAtEveryStep) {
 
 TEST_F(PinchEngineTest, EventsStayWhereThePointerWasAtTheBeginning) {
   beginPinch();
-  events.movePointer(Point{1, 2});
+  events.setPointer(Point{1, 2});
   process(pair(27));
   lift();
-  for (const GestureEvent& event : events.takeGestures()) {
+  for (const GestureEvent& event : posted.takeGestures()) {
     EXPECT_EQ(event.location, (Point{512, 384.5}));
   }
   beginRotation();
-  for (const GestureEvent& event : events.takeGestures()) {
+  for (const GestureEvent& event : posted.takeGestures()) {
     EXPECT_EQ(event.location, (Point{1, 2}));
   }
 }
 
 TEST_F(PinchEngineTest, WithoutAPointerEventsGoToTheOrigin) {
-  events.movePointer(std::nullopt);
+  events.setPointer(std::nullopt);
   beginPinch();
-  const Gestures posted = events.takeGestures();
-  ASSERT_EQ(posted.size(), 1U);
-  EXPECT_EQ(posted[0].location, (Point{0, 0}));
+  const Gestures begun = posted.takeGestures();
+  ASSERT_EQ(begun.size(), 1U);
+  EXPECT_EQ(begun[0].location, (Point{0, 0}));
 }
 
 TEST_F(PinchEngineTest, FingersOnTopOfEachOtherGiveNoStep) {
@@ -148,7 +148,7 @@ TEST_F(PinchEngineTest, ADriftingSpreadIsRejectedForTheRestOfTheContact) {
   lift();
   beginPinch();
   EXPECT_EQ(gestures(), Lines{"magnify 1 0.000"});
-  EXPECT_EQ(log.take(), Lines{"pinch began (d0=20.0mm, keystrokes=false)"})
+  EXPECT_EQ(said.take(), Lines{"pinch began (d0=20.0mm, keystrokes=false)"})
       << "a rejected pair ends without a word";
 }
 
@@ -181,13 +181,13 @@ TEST_F(PinchEngineTest, TurningByThirteenDegreesRotates) {
   EXPECT_FALSE(pinch.isPinching());
   process(pair(30, 13));
   EXPECT_TRUE(pinch.isPinching());
-  EXPECT_EQ(log.take(), Lines{"rotate began"});
+  EXPECT_EQ(said.take(), Lines{"rotate began"});
   process(pair(30, 15.5));
   process(pair(30, 10));
   EXPECT_EQ(gestures(), (Lines{"rotate 1 0.000", "rotate 2 2.500", "rotate 2 -5.500"}));
   lift();
   EXPECT_EQ(gestures(), Lines{"rotate 4 0.000"});
-  EXPECT_EQ(log.take(), Lines{"rotate ended"});
+  EXPECT_EQ(said.take(), Lines{"rotate ended"});
 }
 
 TEST_F(PinchEngineTest, TurningAcrossTheSeamOfTheAnglesIsOneTurn) {
@@ -253,10 +253,10 @@ TEST_F(PinchEngineTest, WithRotatingOffATurnStaysUndecided) {
 TEST_F(PinchEngineTest, LiftingOneFingerBeforeTheOtherCancels) {
   beginPinch();
   gestures();
-  log.take();
+  said.take();
   process(fingers({finger(1, 0.4F, 0.5F)}));
   EXPECT_EQ(gestures(), Lines{"magnify 8 0.000"});
-  EXPECT_EQ(log.take(), Lines{"pinch cancelled"});
+  EXPECT_EQ(said.take(), Lines{"pinch cancelled"});
   process(pair(20));
   process(pair(30));
   EXPECT_EQ(gestures(), Lines{}) << "not before every finger has lifted";
@@ -288,7 +288,7 @@ TEST_F(PinchEngineTest, AThirdFingerCancelsHoweverLight) {
   withLightThird.push(light);
   process(withLightThird);
   EXPECT_EQ(gestures(), Lines{"rotate 8 0.000"});
-  EXPECT_EQ(log.take().back(), "rotate cancelled");
+  EXPECT_EQ(said.take().back(), "rotate cancelled");
 }
 
 TEST_F(PinchEngineTest, AFingerThatBecomesLightCancels) {
@@ -350,7 +350,7 @@ TEST_F(PinchEngineTest, ARejectedPairThatLosesAFingerBlocksTheDevice) {
   process(pair(20));
   process(pair(30));
   EXPECT_EQ(gestures(), Lines{});
-  EXPECT_EQ(log.take(), Lines{});
+  EXPECT_EQ(said.take(), Lines{});
 }
 
 TEST_F(PinchEngineTest, AnotherApplicationCancels) {
@@ -378,11 +378,11 @@ TEST_F(PinchEngineTest, AnotherApplicationCancelsAnUndecidedPairToo) {
 TEST_F(PinchEngineTest, ARefusedDeliveryEndsWithoutAWordToAnybody) {
   beginPinch();
   gestures();
-  log.take();
+  said.take();
   workspace.setLive(AppId::intern(kBrowser));
   process(pair(26));
   EXPECT_EQ(gestures(), Lines{});
-  EXPECT_EQ(log.take(), Lines{"pinch cancelled"});
+  EXPECT_EQ(said.take(), Lines{"pinch cancelled"});
   workspace.setLive(AppId::intern(kEditor));
   process(pair(30));
   EXPECT_EQ(gestures(), Lines{});
@@ -394,11 +394,11 @@ TEST_F(PinchEngineTest, ARefusedDeliveryEndsWithoutAWordToAnybody) {
 TEST_F(PinchEngineTest, AnEndThatMayNotBeDeliveredIsNotPosted) {
   beginPinch();
   gestures();
-  log.take();
+  said.take();
   workspace.setLive(AppId::intern(kBrowser));
   lift();
   EXPECT_EQ(gestures(), Lines{});
-  EXPECT_EQ(log.take(), Lines{"pinch ended"});
+  EXPECT_EQ(said.take(), Lines{"pinch ended"});
   EXPECT_FALSE(pinch.isPinching());
 }
 
@@ -437,7 +437,7 @@ class KeystrokeZoom : public PinchEngineTest {
   KeystrokeZoom() { context.usesKeystrokeZoom = true; }
   int presses(const char* line) {
     int count = 0;
-    for (const std::string& posted : events.take()) count += posted == line ? 1 : 0;
+    for (const std::string& event : posted.take()) count += event == line ? 1 : 0;
     return count;
   }
   static constexpr const char* kIn = "key 24 down flags=1048576";
@@ -446,12 +446,12 @@ class KeystrokeZoom : public PinchEngineTest {
 
 TEST_F(KeystrokeZoom, PostsKeystrokesAndNoMagnifyEvent) {
   beginPinch();
-  EXPECT_EQ(log.take(), Lines{"pinch began (d0=20.0mm, keystrokes=true)"});
+  EXPECT_EQ(said.take(), Lines{"pinch began (d0=20.0mm, keystrokes=true)"});
   for (const double distance : {30.0, 40.0, 50.0}) process(pair(distance));
-  EXPECT_EQ(events.take().front(), kIn);
+  EXPECT_EQ(posted.take().front(), kIn);
   lift();
   EXPECT_EQ(gestures(), Lines{});
-  EXPECT_EQ(log.take(), Lines{"pinch ended"});
+  EXPECT_EQ(said.take(), Lines{"pinch ended"});
 }
 
 TEST_F(KeystrokeZoom, OnceForEachTwelveHundredthsOfAccumulatedStep) {
@@ -485,11 +485,11 @@ TEST_F(KeystrokeZoom, TheRemainderDoesNotOutliveTheGesture) {
 }
 
 TEST_F(KeystrokeZoom, UsesTheKeysOfTheLayout) {
-  layout.keys = {{50, "+"}};
+  keyboardLayout.select({{{50, "+"}}});
   keyCodes.start();
   beginPinch();
   for (const double distance : {40.0, 60.0, 90.0}) process(pair(distance));
-  EXPECT_EQ(events.take().front(), "key 50 down flags=1048576");
+  EXPECT_EQ(posted.take().front(), "key 50 down flags=1048576");
 }
 
 TEST_F(KeystrokeZoom, IsDecidedWhenThePinchBegins) {
@@ -500,14 +500,14 @@ TEST_F(KeystrokeZoom, IsDecidedWhenThePinchBegins) {
   context.usesKeystrokeZoom = false;
   for (const double distance : {40.0, 60.0, 90.0}) process(pair(distance));
   EXPECT_EQ(gestures(), Lines{});
-  EXPECT_FALSE(events.take().empty());
+  EXPECT_FALSE(posted.take().empty());
 }
 
 TEST_F(KeystrokeZoom, ACancelPostsNothingEither) {
   beginPinch();
   process(three());
   EXPECT_EQ(gestures(), Lines{});
-  EXPECT_EQ(log.take().back(), "pinch cancelled");
+  EXPECT_EQ(said.take().back(), "pinch cancelled");
 }
 
 TEST_F(KeystrokeZoom, RotationsAreStillEvents) {
@@ -594,12 +594,12 @@ TEST_F(PinchEngineTest, SuspendingOneDeviceLeavesTheOther) {
 }
 
 TEST_F(PinchEngineTest, SaysNothingWhenNobodyAsked) {
-  log.on = false;
+  log.setEnabled(false);
   beginPinch();
   lift();
   beginRotation();
   process(three());
-  EXPECT_EQ(log.take(), Lines{});
+  EXPECT_EQ(said.take(), Lines{});
 }
 
 }  // namespace

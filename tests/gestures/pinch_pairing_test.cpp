@@ -67,16 +67,16 @@ class PairingJudge {
 class PinchPairing : public EngineTest, public ::testing::WithParamInterface<std::uint32_t> {
  protected:
   PinchPairing() {
-    log.on = false;
+    log.setEnabled(false);
     set("mouseRotate", true);
     set("mouseClick2", true);
   }
   void play(const Frame& contacts) {
     // A frame that lifts everything may cancel first; the mark counts from the next frame.
-    library.deliver(mouse, contacts);
-    for (const GestureEvent& event : events.takeGestures()) judge_.event(event);
+    deliver(mouse, contacts);
+    for (const GestureEvent& event : posted.takeGestures()) judge_.event(event);
     judge_.frame(contacts.empty());
-    clock.advance(0.008);
+    time.advance(0.008);
   }
   void finish() {
     play({});
@@ -122,9 +122,9 @@ TEST_P(PinchPairing, FingersAndRestarts) {
     play(hand.next());
     if (!hand.chance(100)) continue;
     engine.start();
-    for (const GestureEvent& event : events.takeGestures()) judge_.event(event);
+    for (const GestureEvent& event : posted.takeGestures()) judge_.event(event);
     EXPECT_FALSE(judge_.running());
-    library.takeCalls();
+    multitouch.takeCalls();
   }
   finish();
   EXPECT_GT(judge_.began, 50);
@@ -138,16 +138,16 @@ TEST_P(PinchPairing, NothingComesLateAfterASwitch) {
   for (int i = 0; i < 20000; ++i) {
     const Frame contacts = hand.next();
     if (hand.chance(50)) {
-      workspace.activate(hand.chance(2) ? kEditor : kBrowser);
+      activate(hand.chance(2) ? kEditor : kBrowser);
       // The switch shows in the next frame; a pinch of the old application ends there in silence.
       const bool wasPinching = pinch.isPinching();
-      library.deliver(mouse, contacts);
+      deliver(mouse, contacts);
       if (wasPinching && !pinch.isPinching()) blocked = !contacts.empty();
-      events.takeGestures();
+      posted.takeGestures();
       continue;
     }
-    library.deliver(mouse, contacts);
-    for (const GestureEvent& event : events.takeGestures()) {
+    deliver(mouse, contacts);
+    for (const GestureEvent& event : posted.takeGestures()) {
       EXPECT_FALSE(blocked);
       began += event.phase == GesturePhase::began ? 1 : 0;
     }

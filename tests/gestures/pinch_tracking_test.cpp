@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <random>
 
 #include "fingers.hpp"
 
@@ -60,6 +61,18 @@ TEST(MeasurePair, OrdersByIdentifierWhateverTheOrderGiven) {
     EXPECT_DOUBLE_EQ(pair.distance, 5);
     EXPECT_EQ(pair.midpoint, (Point{11.5, 22}));
     EXPECT_DOUBLE_EQ(pair.angle(), std::atan2(4.0, 3.0) * 180 / 3.14159265358979323846);
+  }
+}
+
+TEST(MeasurePair, TheDistanceIsRightToTheLastDigit) {
+  std::mt19937 random(3);
+  std::uniform_real_distribution<float> place(0, 60);
+  for (int i = 0; i < 1000; ++i) {
+    const Finger a = atMillimetres(1, place(random), place(random));
+    const Finger b = atMillimetres(2, place(random), place(random));
+    const auto wide = [](float value) { return static_cast<double>(value); };
+    EXPECT_EQ(measurePair(a, b).distance,
+              std::hypot(wide(b.mmPos.x) - wide(a.mmPos.x), wide(b.mmPos.y) - wide(a.mmPos.y)));
   }
 }
 

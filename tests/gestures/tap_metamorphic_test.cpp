@@ -102,22 +102,22 @@ void PrintTo(const Result& result, std::ostream* out) {
 class Player : public EngineKit {
  public:
   Result play(const Script& script, double origin) {
-    auto& pad = library.add("pad", 128);
-    auto& mouse = library.add("mouse", 112);
+    addDevices();
     set("mouseSwipe3Nav", true);
     set("padTap4", true);
-    clock.set(origin);
+    time.set(origin);
     EXPECT_TRUE(engine.start());
-    library.deliver(pad, nullptr, 0);
-    library.deliver(mouse, nullptr, 0);
-    log.take();
+    multitouch.deliver(pad, nullptr, 0);
+    multitouch.deliver(mouse, nullptr, 0);
+    said.take();
     Result result;
     for (const TimedFrame& frame : script) {
-      clock.set(origin + frame.at);
-      library.deliver(frame.onMouse ? mouse : pad, frame.contacts);
+      time.set(origin + frame.at);
+      multitouch.deliver(frame.onMouse ? mouse : pad, frame.contacts.data(),
+                         static_cast<std::int32_t>(frame.contacts.size()));
     }
-    result.posted = events.take();
-    for (const std::string& line : log.take()) {
+    result.posted = posted.take();
+    for (const std::string& line : said.take()) {
       if (line.starts_with("session end")) result.said.push_back(line);
     }
     for (const TapActivity& item : activity.items()) {

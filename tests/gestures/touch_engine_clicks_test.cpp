@@ -141,7 +141,7 @@ TEST_F(ClickConversion, NothingConvertsWhereGesturesDoNotAct) {
 
 TEST_F(ClickConversion, TheSessionMustBelongToTheApplicationInFront) {
   frame(pad, row(3));
-  workspace.activate(kBrowser);
+  activate(kBrowser);
   EXPECT_FALSE(converts());
 }
 
@@ -208,12 +208,12 @@ TEST_F(ClickConversion, ItConsumesTheSession) {
   frame(pad, row(3));
   EXPECT_TRUE(converts());
   EXPECT_TRUE(engine.endConversion(Button::left));
-  clock.advance(0.1);
+  time.advance(0.1);
   lift(pad);
-  EXPECT_EQ(events.take(), Lines{});
+  EXPECT_EQ(posted.take(), Lines{});
   EXPECT_EQ(outcomes(), Lines{});
   tap(pad, 3);
-  EXPECT_EQ(events.take(), kMiddleClick);
+  EXPECT_EQ(posted.take(), kMiddleClick);
 }
 
 TEST_F(ClickConversion, ARefusedOneConsumesNothing) {
@@ -221,7 +221,7 @@ TEST_F(ClickConversion, ARefusedOneConsumesNothing) {
   frame(pad, row(3));
   EXPECT_FALSE(converts());
   lift(pad);
-  EXPECT_EQ(events.take(), kMiddleClick);
+  EXPECT_EQ(posted.take(), kMiddleClick);
 }
 
 TEST_F(ClickConversion, APinchIsNoTwoFingerClick) {
@@ -240,12 +240,12 @@ TEST_F(ClickConversion, APinchIsNoTwoFingerClick) {
 }
 
 TEST_F(ClickConversion, OverThePracticeTargetClicksConvertToo) {
-  workspace.activate(kOwnApp);
+  activate(kOwnApp);
   practice.set(Rect{500, 300, 100, 100});
   frame(pad, row(3));
   EXPECT_TRUE(converts());
   engine.endConversion(Button::left);
-  events.movePointer(Point{0, 0});
+  events.setPointer(Point{0, 0});
   EXPECT_FALSE(converts());
 }
 
@@ -256,7 +256,7 @@ TEST_F(ClickConversion, AbandoningTellsWhetherAButtonWasHeld) {
   EXPECT_TRUE(engine.abandonConversion());
   EXPECT_FALSE(engine.isConverting(Button::left));
   EXPECT_FALSE(engine.abandonConversion());
-  EXPECT_EQ(events.take(), Lines{}) << "the release is the caller's";
+  EXPECT_EQ(posted.take(), Lines{}) << "the release is the caller's";
 }
 
 // Swallowing.
@@ -264,10 +264,10 @@ TEST_F(ClickConversion, AbandoningTellsWhetherAButtonWasHeld) {
 class Swallowing : public EngineTest {
  protected:
   Swallowing() {
-    system.set("com.apple.AppleMultitouchTrackpad", "TrackpadThreeFingerDrag", 1);
+    systemPreferences.set("com.apple.AppleMultitouchTrackpad", "TrackpadThreeFingerDrag", 1);
     tap(pad, 3);
-    events.take();
-    log.take();
+    posted.take();
+    said.take();
   }
   bool swallows(bool canIdentify = true, bool observed = false) {
     return engine.shouldSwallowSyntheticLeftClick(canIdentify, observed);
@@ -284,12 +284,12 @@ TEST_F(Swallowing, NeedsToTellSyntheticPressesFromRealOnes) {
 TEST_F(Swallowing, WaitsForFingersOnTrackpadsToLift) {
   frame(pad, row(2));
   EXPECT_FALSE(swallows());
-  EXPECT_EQ(log.take(),
+  EXPECT_EQ(said.take(),
             Lines{"suppression window active but trackpad has 2 finger(s) — not swallowing"});
   lift(pad);
-  log.take();
+  said.take();
   EXPECT_TRUE(swallows()) << "the window stayed open";
-  EXPECT_EQ(log.take(), Lines{});
+  EXPECT_EQ(said.take(), Lines{});
 }
 
 TEST_F(Swallowing, FingersOnMiceDoNotMatter) {
@@ -298,25 +298,25 @@ TEST_F(Swallowing, FingersOnMiceDoNotMatter) {
 }
 
 TEST_F(Swallowing, FingersOfAllTrackpadsAreCounted) {
-  library.add("second", 129);
+  const char* second = "second";
+  multitouch.add({.name = second, .family = 129});
   start();
-  auto& second = library.devices.back();
   lift(pad);
   tap(pad, 3, 0.25);
-  events.take();
+  posted.take();
   frame(pad, row(1));
   frame(second, row(4));
-  log.take();
+  said.take();
   EXPECT_FALSE(swallows());
-  EXPECT_EQ(log.take(),
+  EXPECT_EQ(said.take(),
             Lines{"suppression window active but trackpad has 5 finger(s) — not swallowing"});
 }
 
 TEST_F(Swallowing, OutsideTheWindowNothingIsSaid) {
-  clock.advance(0.5);
+  time.advance(0.5);
   frame(pad, row(2));
   EXPECT_FALSE(swallows());
-  EXPECT_EQ(log.take(), Lines{});
+  EXPECT_EQ(said.take(), Lines{});
 }
 
 TEST_F(Swallowing, AbandoningTheConversionClosesTheWindow) {

@@ -14,9 +14,9 @@ using namespace test;  // NOLINT: the fixture's vocabulary
 class TapSession : public EngineTest {
  protected:
   bool clicked() {
-    const Lines posted = events.take();
-    EXPECT_TRUE(posted.empty() || posted == kMiddleClick);
-    return !posted.empty();
+    const Lines made = posted.take();
+    EXPECT_TRUE(made.empty() || made == kMiddleClick);
+    return !made.empty();
   }
 };
 
@@ -66,7 +66,7 @@ TEST_F(TapSession, BothDirectionsAddUp) {
   set("maxTapDrift", 0.0625);
   tap(pad, 3, 0.1, 0.03125F, 0.03125F);
   EXPECT_TRUE(clicked());
-  clock.advance(1);
+  time.advance(1);
   tap(pad, 3, 0.1, 0.046875F, 0.046875F);
   EXPECT_FALSE(clicked());
 }
@@ -131,7 +131,7 @@ TEST_F(TapSession, ThreeAndFourMayBothTap) {
   set("padTap4", true);
   tap(pad, 4);
   EXPECT_TRUE(clicked());
-  clock.advance(1);
+  time.advance(1);
   tap(pad, 3);
   EXPECT_TRUE(clicked());
 }
@@ -142,7 +142,7 @@ TEST_F(TapSession, TheLargestCountDecides) {
   frame(pad, row(1));
   lift(pad);
   EXPECT_TRUE(clicked());
-  clock.advance(1);
+  time.advance(1);
   frame(pad, row(3));
   frame(pad, row(4));
   frame(pad, row(3));
@@ -166,7 +166,7 @@ TEST_F(TapSession, SettingsAreFixedWhenItBegins) {
   set("padTap3", false);
   set("maxTapDurationMs", 50);
   set("maxTapDrift", 0.0);
-  clock.advance(0.25);
+  time.advance(0.25);
   frame(pad, row(3, 0.03F));
   lift(pad);
   EXPECT_TRUE(clicked());
@@ -174,7 +174,7 @@ TEST_F(TapSession, SettingsAreFixedWhenItBegins) {
   ASSERT_EQ(items.size(), 1U);
   EXPECT_EQ(items[0].maxDuration, 0.3);
   EXPECT_EQ(items[0].maxDrift, 0.05);
-  clock.advance(1);
+  time.advance(1);
   tap(pad, 3);
   EXPECT_FALSE(clicked()) << "the next one obeys";
 }
@@ -198,7 +198,7 @@ TEST_F(TapSession, TheMasterSwitchIsNotFixed) {
 
 TEST_F(TapSession, ASecondTapTooSoonIsRefusedAndNamed) {
   tap(pad, 3, 0.05);
-  clock.advance(0.03);
+  time.advance(0.03);
   tap(pad, 3, 0.05);
   EXPECT_EQ(outcomes(), (Lines{"click", "tooSoon"})) << "80 ms apart";
   EXPECT_TRUE(clicked());
@@ -208,7 +208,7 @@ TEST_F(TapSession, ASecondTapTooSoonIsRefusedAndNamed) {
 TEST_F(TapSession, ASecondTapLateEnoughClicksAgain) {
   tap(pad, 3, 0.05);
   EXPECT_TRUE(clicked());
-  clock.advance(0.05);
+  time.advance(0.05);
   tap(pad, 3, 0.05);
   EXPECT_EQ(outcomes(), (Lines{"click", "click"})) << "100 ms apart";
   EXPECT_TRUE(clicked());
@@ -216,9 +216,9 @@ TEST_F(TapSession, ASecondTapLateEnoughClicksAgain) {
 
 TEST_F(TapSession, ARefusedTapDoesNotPushTheNextOneBack) {
   tap(pad, 3, 0.05);
-  clock.advance(0.01);
+  time.advance(0.01);
   tap(pad, 3, 0.05);
-  clock.advance(0.01);
+  time.advance(0.01);
   tap(pad, 3, 0.05);
   EXPECT_EQ(outcomes(), (Lines{"click", "tooSoon", "click"}));
 }
@@ -234,7 +234,7 @@ TEST_F(TapSession, TooSoonCountsAcrossDevicesAndRestarts) {
 TEST_F(TapSession, APhysicalClickDuringTheSessionCancelsItSilently) {
   frame(pad, row(3));
   engine.notePhysicalButtonDown();
-  clock.advance(0.1);
+  time.advance(0.1);
   lift(pad);
   EXPECT_FALSE(clicked());
   EXPECT_EQ(outcomes(), Lines{});
@@ -245,7 +245,7 @@ TEST_F(TapSession, APhysicalClickLongAgoInTheSameSessionStillCancels) {
   frame(pad, row(3));
   engine.notePhysicalButtonDown();
   set("maxTapDurationMs", 50);
-  clock.advance(1.9);
+  time.advance(1.9);
   lift(pad);
   EXPECT_FALSE(clicked());
   tap(pad, 3);
@@ -255,7 +255,7 @@ TEST_F(TapSession, APhysicalClickLongAgoInTheSameSessionStillCancels) {
 TEST_F(TapSession, APhysicalClickShortlyBeforeTheEndCancelsSilently) {
   set("maxTapDurationMs", 250);
   engine.notePhysicalButtonDown();
-  clock.advance(0.125);
+  time.advance(0.125);
   tap(pad, 3, 0.125);
   EXPECT_FALSE(clicked()) << "exactly the limit before the end";
   EXPECT_EQ(outcomes(), Lines{});
@@ -264,7 +264,7 @@ TEST_F(TapSession, APhysicalClickShortlyBeforeTheEndCancelsSilently) {
 TEST_F(TapSession, APhysicalClickEarlierThanThatDoesNotMatter) {
   set("maxTapDurationMs", 250);
   engine.notePhysicalButtonDown();
-  clock.advance(0.1328125);
+  time.advance(0.1328125);
   tap(pad, 3, 0.125);
   EXPECT_TRUE(clicked());
 }
@@ -279,11 +279,11 @@ TEST_F(TapSession, APhysicalClickConsumesEveryRunningSession) {
   frame(pad, row(3));
   frame(mouse, row(3));
   engine.notePhysicalButtonDown();
-  clock.advance(0.5);
+  time.advance(0.5);
   lift(pad);
   lift(mouse);
   EXPECT_EQ(outcomes(), Lines{});
-  clock.advance(1);
+  time.advance(1);
   tap(pad, 3);
   tap(mouse, 3, 0.25);
   EXPECT_EQ(outcomes(), (Lines{"click", "click"})) << "only the running ones";
@@ -314,11 +314,11 @@ TEST_F(TapSession, ATapForAnApplicationThatJustWentAwayIsDroppedSilently) {
 }
 
 TEST_F(TapSession, ATapThatCannotBePostedStillCounts) {
-  events.failPress = true;
+  events.setMouseFailure([](MouseEventType) { return true; });
   tap(pad, 3, 0.05);
   EXPECT_FALSE(clicked());
   EXPECT_EQ(outcomes(), Lines{"click"});
-  events.failPress = false;
+  events.setMouseFailure({});
   tap(pad, 3, 0.05);
   EXPECT_EQ(outcomes(), Lines{"tooSoon"});
 }
@@ -328,13 +328,13 @@ TEST_F(TapSession, ATapThatCannotBePostedStillCounts) {
 TEST_F(TapSession, TheRecordTellsEverything) {
   set("maxTapDurationMs", 250);
   set("maxTapDrift", 0.125);
-  clock.set(100);
+  time.set(100);
   tap(mouse, 3, 0.1875, 0.0625F, 0.03125F);
   const auto items = activity.items();
   ASSERT_EQ(items.size(), 1U);
   const TapActivity& item = items[0];
   EXPECT_EQ(item.id, 1);
-  EXPECT_EQ(item.date, clock.date());
+  EXPECT_EQ(item.date, time.date());
   EXPECT_EQ(item.deviceClass, DeviceClass::magicMouse);
   EXPECT_EQ(item.fingers, 3);
   EXPECT_DOUBLE_EQ(item.duration, 0.1875);
@@ -346,29 +346,29 @@ TEST_F(TapSession, TheRecordTellsEverything) {
 
 TEST_F(TapSession, TheEndIsSaidWithItsMeasurements) {
   tap(pad, 3, 0.125, 0.03125F);
-  EXPECT_EQ(log.take(), (Lines{"session end (trackpad): maxFingers=3 duration=125ms drift=0.031",
-                               "posted middle click at (512.0, 384.5)"}));
+  EXPECT_EQ(said.take(), (Lines{"session end (trackpad): maxFingers=3 duration=125ms drift=0.031",
+                                "posted middle click at (512.0, 384.5)"}));
   tap(mouse, 1, 2.5);
-  EXPECT_EQ(log.take(),
+  EXPECT_EQ(said.take(),
             Lines{"session end (magicMouse): maxFingers=1 duration=2500ms drift=0.000"});
 }
 
 TEST_F(TapSession, MillisecondsAreCutOff) {
   tap(pad, 1, 0.1999);
-  EXPECT_EQ(log.take(), Lines{"session end (trackpad): maxFingers=1 duration=199ms drift=0.000"});
+  EXPECT_EQ(said.take(), Lines{"session end (trackpad): maxFingers=1 duration=199ms drift=0.000"});
 }
 
 TEST_F(TapSession, AnAbandonedSessionSaysNothing) {
   frame(pad, row(3));
-  workspace.activate(kBrowser);
+  activate(kBrowser);
   lift(pad);
-  EXPECT_EQ(log.take(), Lines{});
+  EXPECT_EQ(said.take(), Lines{});
 }
 
 TEST_F(TapSession, SaysNothingWhenNobodyAsked) {
-  log.on = false;
+  log.setEnabled(false);
   tap(pad, 3);
-  EXPECT_EQ(log.take(), Lines{});
+  EXPECT_EQ(said.take(), Lines{});
   EXPECT_TRUE(clicked());
 }
 
@@ -377,7 +377,7 @@ TEST_F(TapSession, SaysNothingWhenNobodyAsked) {
 class ThreeFingerDrag : public TapSession {
  protected:
   void turnOn(const char* domain = "com.apple.AppleMultitouchTrackpad", Value value = 1) {
-    system.set(domain, "TrackpadThreeFingerDrag", std::move(value));
+    systemPreferences.set(domain, "TrackpadThreeFingerDrag", std::move(value));
   }
   bool swallows() { return engine.shouldSwallowSyntheticLeftClick(true, false); }
 };
@@ -392,9 +392,9 @@ TEST_F(ThreeFingerDrag, IsSwallowedOnceAfterATap) {
 TEST_F(ThreeFingerDrag, IsSwallowedForHalfASecond) {
   turnOn();
   tap(pad, 3, 0.125);
-  clock.set(0.125 + 0.5);
+  time.set(0.125 + 0.5);
   EXPECT_FALSE(swallows()) << "exactly half a second later it is late";
-  clock.set(std::nextafter(0.625, 0.0));
+  time.set(std::nextafter(0.625, 0.0));
   EXPECT_TRUE(swallows()) << "and the late one closed nothing";
 }
 
@@ -408,11 +408,11 @@ TEST_F(ThreeFingerDrag, MustBeOn) {
   tap(pad, 3);
   EXPECT_FALSE(swallows());
   turnOn("com.apple.AppleMultitouchTrackpad", 0);
-  clock.advance(1);
+  time.advance(1);
   tap(pad, 3);
   EXPECT_FALSE(swallows());
   turnOn("com.apple.AppleMultitouchTrackpad", "1");
-  clock.advance(1);
+  time.advance(1);
   tap(pad, 3);
   EXPECT_FALSE(swallows());
 }
@@ -423,7 +423,7 @@ TEST_F(ThreeFingerDrag, ConcernsNeitherFourFingersNorMice) {
   tap(pad, 4);
   EXPECT_TRUE(clicked());
   EXPECT_FALSE(swallows());
-  clock.advance(1);
+  time.advance(1);
   tap(mouse, 3);
   EXPECT_TRUE(clicked());
   EXPECT_FALSE(swallows());
@@ -457,7 +457,7 @@ class Swipe : public TapSession {
   }
   static constexpr float kSweep = 0.3125F;
   void swipe(float dx, float dy = 0, double seconds = 0.4) { swipeOn(mouse, dx, dy, seconds); }
-  void swipeOn(Device& device, float dx, float dy = 0, double seconds = 0.4) {
+  void swipeOn(const char* device, float dx, float dy = 0, double seconds = 0.4) {
     tap(device, 3, seconds, dx, dy);
   }
   const Lines back = {"key 33 down flags=1048576", "key 33 up flags=1048576"};
@@ -466,24 +466,24 @@ class Swipe : public TapSession {
 
 TEST_F(Swipe, RightIsBackAndLeftIsForward) {
   swipe(0.3F, 0.1F);
-  EXPECT_EQ(events.take(), back);
-  EXPECT_EQ(log.take().back(), "3-finger swipe back");
+  EXPECT_EQ(posted.take(), back);
+  EXPECT_EQ(said.take().back(), "3-finger swipe back");
   swipe(-0.3F, 0.1F);
-  EXPECT_EQ(events.take(), forward);
-  EXPECT_EQ(log.take().back(), "3-finger swipe forward");
+  EXPECT_EQ(posted.take(), forward);
+  EXPECT_EQ(said.take().back(), "3-finger swipe forward");
   EXPECT_EQ(outcomes(), Lines{}) << "a swipe is no tap outcome";
 }
 
 TEST_F(Swipe, UsesTheKeysOfTheLayout) {
-  layout.keys = {{5, "["}, {6, "]"}};
+  keyboardLayout.select({{{5, "["}, {6, "]"}}});
   keyCodes.start();
   swipe(kSweep);
-  EXPECT_EQ(events.take(), (Lines{"key 5 down flags=1048576", "key 5 up flags=1048576"}));
+  EXPECT_EQ(posted.take(), (Lines{"key 5 down flags=1048576", "key 5 up flags=1048576"}));
 }
 
 TEST_F(Swipe, TooSteepIsNone) {
   swipe(0.3F, 0.2F);
-  EXPECT_EQ(events.take(), Lines{});
+  EXPECT_EQ(posted.take(), Lines{});
 }
 
 TEST_F(Swipe, ExactlyAQuarterIsNone) {
@@ -495,30 +495,30 @@ TEST_F(Swipe, ExactlyAQuarterIsNone) {
   frame(mouse, three(0));
   frame(mouse, three(0.25F));
   lift(mouse);
-  EXPECT_EQ(events.take(), Lines{});
+  EXPECT_EQ(posted.take(), Lines{});
   frame(mouse, three(0));
   frame(mouse, three(0.2501F));
   lift(mouse);
-  EXPECT_EQ(events.take(), back);
+  EXPECT_EQ(posted.take(), back);
 }
 
 TEST_F(Swipe, SixTenthsOfASecondIsTooLong) {
   swipe(kSweep, 0, 0.6);
-  EXPECT_EQ(events.take(), Lines{});
-  clock.set(0);
+  EXPECT_EQ(posted.take(), Lines{});
+  time.set(0);
   swipe(kSweep, 0, std::nextafter(0.6, 0.0));
-  EXPECT_EQ(events.take(), back);
+  EXPECT_EQ(posted.take(), back);
 }
 
 TEST_F(Swipe, IsIndependentOfTheTapDurationLimit) {
   set("maxTapDurationMs", 50);
   swipe(kSweep);
-  EXPECT_EQ(events.take(), back);
+  EXPECT_EQ(posted.take(), back);
 }
 
 TEST_F(Swipe, NeverComesFromATrackpad) {
   swipeOn(pad, kSweep);
-  EXPECT_EQ(events.take(), Lines{});
+  EXPECT_EQ(posted.take(), Lines{});
 }
 
 TEST_F(Swipe, MustBeOnWhenTheSessionBegins) {
@@ -527,12 +527,12 @@ TEST_F(Swipe, MustBeOnWhenTheSessionBegins) {
   set("mouseSwipe3Nav", true);
   frame(mouse, row(3, kSweep));
   lift(mouse);
-  EXPECT_EQ(events.take(), Lines{});
+  EXPECT_EQ(posted.take(), Lines{});
   frame(mouse, row(3));
   set("mouseSwipe3Nav", false);
   frame(mouse, row(3, kSweep));
   lift(mouse);
-  EXPECT_EQ(events.take(), back);
+  EXPECT_EQ(posted.take(), back);
 }
 
 TEST_F(Swipe, AFourthFingerAtAnyMomentSpoilsIt) {
@@ -540,7 +540,7 @@ TEST_F(Swipe, AFourthFingerAtAnyMomentSpoilsIt) {
   frame(mouse, row(3, kSweep));
   frame(mouse, row(4, kSweep));
   lift(mouse);
-  EXPECT_EQ(events.take(), Lines{});
+  EXPECT_EQ(posted.take(), Lines{});
 }
 
 TEST_F(Swipe, FingersMayComeAndGoOneByOne) {
@@ -551,7 +551,7 @@ TEST_F(Swipe, FingersMayComeAndGoOneByOne) {
   frame(mouse, row(2, kSweep));
   frame(mouse, row(1, kSweep));
   lift(mouse);
-  EXPECT_EQ(events.take(), back);
+  EXPECT_EQ(posted.take(), back);
 }
 
 TEST_F(Swipe, APhysicalClickConsumesIt) {
@@ -559,20 +559,20 @@ TEST_F(Swipe, APhysicalClickConsumesIt) {
   engine.notePhysicalButtonDown();
   frame(mouse, row(3, kSweep));
   lift(mouse);
-  EXPECT_EQ(events.take(), Lines{});
+  EXPECT_EQ(posted.take(), Lines{});
 }
 
 TEST_F(Swipe, IsNotHeldBackByAPhysicalClickBefore) {
   engine.notePhysicalButtonDown();
   swipe(kSweep, 0, 0.1);
-  EXPECT_EQ(events.take(), back);
+  EXPECT_EQ(posted.take(), back);
 }
 
 TEST_F(Swipe, IsNotHeldBackByAClickJustBefore) {
   tap(pad, 3);
-  events.take();
+  posted.take();
   swipe(kSweep, 0, 0.01);
-  EXPECT_EQ(events.take(), back);
+  EXPECT_EQ(posted.take(), back);
 }
 
 TEST_F(Swipe, IsDeliveredOnlyToWhoIsStillInFront) {
@@ -580,21 +580,21 @@ TEST_F(Swipe, IsDeliveredOnlyToWhoIsStillInFront) {
   frame(mouse, row(3, kSweep));
   workspace.setLive(AppId::intern(kBrowser));
   lift(mouse);
-  EXPECT_EQ(events.take(), Lines{});
+  EXPECT_EQ(posted.take(), Lines{});
 }
 
 TEST_F(Swipe, DoesNothingOverThePracticeTarget) {
-  workspace.activate(kOwnApp);
+  activate(kOwnApp);
   practice.set(Rect{0, 0, 2000, 2000});
   swipe(kSweep);
-  EXPECT_EQ(events.take(), Lines{});
+  EXPECT_EQ(posted.take(), Lines{});
 }
 
 TEST_F(Swipe, APostedSwipeIsNoTapEvenWhereATapMayDriftThatFar) {
   set("mouseTap3", true);
   set("maxTapDrift", 1.0);
   swipe(kSweep, 0, 0.2);
-  EXPECT_EQ(events.take(), back);
+  EXPECT_EQ(posted.take(), back);
   EXPECT_EQ(outcomes(), Lines{});
 }
 
@@ -602,20 +602,20 @@ TEST_F(Swipe, WhatFailsAsASwipeMayBeATap) {
   set("mouseTap3", true);
   set("maxTapDrift", 1.0);
   swipe(kSweep, kSweep, 0.2);
-  EXPECT_EQ(events.take(), kMiddleClick) << "too steep for a swipe";
-  clock.advance(1);
-  workspace.activate(kOwnApp);
+  EXPECT_EQ(posted.take(), kMiddleClick) << "too steep for a swipe";
+  time.advance(1);
+  activate(kOwnApp);
   practice.set(Rect{0, 0, 2000, 2000});
   swipe(kSweep, 0, 0.2);
-  EXPECT_EQ(events.take(), kMiddleClick) << "a swipe may not be practised, a tap may";
+  EXPECT_EQ(posted.take(), kMiddleClick) << "a swipe may not be practised, a tap may";
 }
 
 TEST_F(Swipe, AKeyThatCannotBeMadeIsNotATapInstead) {
   set("mouseTap3", true);
   set("maxTapDrift", 1.0);
-  events.failKeyUp = true;
+  events.setKeyFailure([](bool down) { return !down; });
   swipe(kSweep, 0, 0.2);
-  EXPECT_EQ(events.take(), Lines{});
+  EXPECT_EQ(posted.take(), Lines{});
   EXPECT_EQ(outcomes(), Lines{});
 }
 

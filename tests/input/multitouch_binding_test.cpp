@@ -2,194 +2,244 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+#include <string>
 #include <thread>
+#include <vector>
 
-#include "support/fake_multitouch.hpp"
+#include "adapters/simulated/simulated_multitouch.hpp"
 
 namespace velotap {
 namespace {
 
-using test::FakeMultitouch;
 using Calls = std::vector<std::string>;
 
 void onFrame(MTDevice, const MTTouch*, std::int32_t, double, std::int32_t) {}
 
+// Counts what is asked of a loader on its way to it.
+class CountingLoader final : public LibraryLoader {
+ public:
+  explicit CountingLoader(LibraryLoader& loader) : loader_(loader) {}
+  [[nodiscard]] void* open(const char* path) override {
+    ++opens;
+    return loader_.open(path);
+  }
+  [[nodiscard]] void* symbol(void* handle, const char* name) override {
+    lookups.emplace_back(name);
+    return loader_.symbol(handle, name);
+  }
+  [[nodiscard]] const char* multitouchLibraryPath() const override {
+    return loader_.multitouchLibraryPath();
+  }
+  int opens = 0;
+  Calls lookups;
+
+ private:
+  LibraryLoader& loader_;
+};
+
 class MultitouchBinding : public ::testing::Test {
  protected:
-  FakeMultitouch library_;
+  MTDevice add(const std::string& name, std::optional<std::int32_t> family = 128,
+               bool builtIn = false) {
+    library_.add({.name = name, .family = family, .builtIn = builtIn});
+    return library_.handle(name);
+  }
+  /// The binding of a device whose one reference is ours.
+  MTDevice listed(MT& mt) {
+    const auto devices = mt.deviceList();
+    EXPECT_EQ(devices.size(), 1U);
+    return devices.at(0);
+  }
+  ~MultitouchBinding() override { EXPECT_EQ(library_.faults(), Calls{}); }
+
+  SimulatedMultitouch library_;
+  CountingLoader loader_{library_};
 };
 
 TEST_F(MultitouchBinding, OpensTheLibraryOnceAndLooksEachSymbolUpOnce) {
-  MT mt(library_);
-  EXPECT_EQ(library_.opens, 0) << "nothing is resolved before it is needed";
+  MT mt(loader_);
+  EXPECT_EQ(loader_.opens, 0) << "nothing is resolved before it is needed";
   EXPECT_TRUE(mt.isAvailable());
-  const auto lookups = library_.lookups;
+  const auto lookups = loader_.lookups;
   EXPECT_TRUE(mt.isAvailable());
-  EXPECT_EQ(library_.opens, 1);
-  EXPECT_EQ(library_.lookups, lookups);
+  EXPECT_EQ(loader_.opens, 1);
+  EXPECT_EQ(loader_.lookups, lookups);
   EXPECT_EQ(lookups, (Calls{"MTDeviceCreateList", "MTRegisterContactFrameCallback",
                             "MTUnregisterContactFrameCallback", "MTDeviceStart", "MTDeviceStop",
                             "MTDeviceRelease", "MTDeviceGetFamilyID"}));
 }
 
 TEST_F(MultitouchBinding, WithoutALibraryNothingIsAvailableAndNothingIsLookedUp) {
-  library_.libraryMissing = true;
-  library_.add("pad", 128);
-  MT mt(library_);
+  library_.setMissing(true);
+  const MTDevice pad = add("pad");
+  MT mt(loader_);
   EXPECT_FALSE(mt.isAvailable());
   EXPECT_TRUE(mt.deviceList().empty());
-  EXPECT_EQ(mt.describe(&library_.devices[0]), "familyID=-1 builtIn=false");
-  EXPECT_EQ(library_.opens, 1);
-  EXPECT_TRUE(library_.lookups.empty());
+  EXPECT_EQ(mt.describe(pad), "familyID=-1 builtIn=false");
+  EXPECT_EQ(loader_.opens, 1);
+  EXPECT_TRUE(loader_.lookups.empty());
 }
 
-TEST_F(MultitouchBinding, EachNeededSymbolIsNeededAndEndsTheSearch) {
-  const Calls needed = {"MTDeviceCreateList",
-                        "MTRegisterContactFrameCallback",
-                        "MTUnregisterContactFrameCallback",
-                        "MTDeviceStart",
-                        "MTDeviceStop",
-                        "MTDeviceRelease",
-                        "MTDeviceGetFamilyID"};
-  for (const std::string& name : needed) {
-    library_.missingSymbols = {name};
-    library_.lookups.clear();
-    MT mt(library_);
-    EXPECT_FALSE(mt.isAvailable()) << name;
-    EXPECT_EQ(library_.lookups.back(), name) << "the search stops at the first that is missing";
-  }
+class NeededSymbol : public MultitouchBinding, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(NeededSymbol, IsNeededAndEndsTheSearch) {
+  library_.removeSymbol(GetParam());
+  MT mt(loader_);
+  EXPECT_FALSE(mt.isAvailable());
+  EXPECT_EQ(loader_.lookups.back(), GetParam()) << "the search stops at the first that is missing";
 }
+
+INSTANTIATE_TEST_SUITE_P(Each, NeededSymbol,
+                         ::testing::Values("MTDeviceCreateList", "MTRegisterContactFrameCallback",
+                                           "MTUnregisterContactFrameCallback", "MTDeviceStart",
+                                           "MTDeviceStop", "MTDeviceRelease",
+                                           "MTDeviceGetFamilyID"));
 
 TEST_F(MultitouchBinding, BuiltInIsNotNeeded) {
-  library_.missingSymbols = {"MTDeviceIsBuiltIn"};
-  auto& pad = library_.add("pad", 128);
-  pad.builtIn = true;
-  MT mt(library_);
+  library_.removeSymbol("MTDeviceIsBuiltIn");
+  add("pad", 128, true);
+  MT mt(loader_);
   EXPECT_TRUE(mt.isAvailable());
-  EXPECT_EQ(mt.describe(&pad), "familyID=128 builtIn=false");
+  EXPECT_EQ(mt.describe(listed(mt)), "familyID=128 builtIn=false");
 }
 
 TEST_F(MultitouchBinding, DescribesADevice) {
-  auto& pad = library_.add("pad", 128);
-  pad.builtIn = true;
-  auto& mouse = library_.add("mouse", 112);
-  auto& silent = library_.add("silent", 0);
-  silent.family = std::nullopt;
-  auto& negative = library_.add("negative", -7);
-  MT mt(library_);
-  EXPECT_EQ(mt.describe(&pad), "familyID=128 builtIn=true");
-  EXPECT_EQ(mt.describe(&mouse), "familyID=112 builtIn=false");
-  EXPECT_EQ(mt.describe(&silent), "familyID=-1 builtIn=false");
-  EXPECT_EQ(mt.describe(&negative), "familyID=-7 builtIn=false");
+  add("pad", 128, true);
+  add("mouse", 112);
+  add("silent", std::nullopt);
+  add("negative", -7);
+  MT mt(loader_);
+  Calls descriptions;
+  for (const MTDevice device : mt.deviceList()) descriptions.push_back(mt.describe(device));
+  EXPECT_EQ(descriptions, (Calls{"familyID=128 builtIn=true", "familyID=112 builtIn=false",
+                                 "familyID=-1 builtIn=false", "familyID=-7 builtIn=false"}));
 }
 
 TEST_F(MultitouchBinding, WithoutFamilyLookupTheFamilyIsUnknown) {
-  library_.missingSymbols = {"MTDeviceGetFamilyID"};
-  auto& mouse = library_.add("mouse", 112);
-  MT mt(library_);
-  EXPECT_FALSE(mt.isAvailable());
-  EXPECT_EQ(mt.familyId(&mouse), -1);
+  library_.removeSymbol("MTDeviceGetFamilyID");
+  add("mouse", 112);
+  MT mt(loader_);
+  EXPECT_EQ(mt.familyId(listed(mt)), -1);
 }
 
-TEST_F(MultitouchBinding, ListsDevicesInOrderWithOneReferenceEach) {
-  auto& pad = library_.add("pad", 128);
-  auto& mouse = library_.add("mouse", 112);
-  library_.nullEntries = true;
-  MT mt(library_);
-  EXPECT_EQ(mt.deviceList(), (std::vector<MTDevice>{&pad, &mouse}));
-  EXPECT_EQ(pad.references, 1);
-  EXPECT_EQ(mouse.references, 1);
-  EXPECT_EQ(library_.openLists, 0) << "the list itself is given back";
+class DeviceListForm : public MultitouchBinding,
+                       public ::testing::WithParamInterface<SimulatedMultitouch::ListForm> {};
+
+TEST_P(DeviceListForm, GivesDevicesInOrderWithOneReferenceEach) {
+  const MTDevice pad = add("pad");
+  const MTDevice mouse = add("mouse", 112);
+  library_.setListForm(GetParam());
+  MT mt(loader_);
+  EXPECT_EQ(mt.deviceList(), (std::vector<MTDevice>{pad, mouse}));
+  EXPECT_EQ(library_.heldReferences(), 2U) << "the list itself is given back";
 }
+
+INSTANTIATE_TEST_SUITE_P(WithAndWithoutNulls, DeviceListForm,
+                         ::testing::Values(SimulatedMultitouch::ListForm::plain,
+                                           SimulatedMultitouch::ListForm::withNullEntries));
 
 TEST_F(MultitouchBinding, AFailingListIsEmpty) {
-  library_.add("pad", 128);
-  library_.listFails = true;
-  MT mt(library_);
+  add("pad");
+  library_.setListForm(SimulatedMultitouch::ListForm::none);
+  MT mt(loader_);
   EXPECT_TRUE(mt.deviceList().empty());
 }
 
-TEST_F(MultitouchBinding, AListThatCannotBeReadIsNotMade) {
-  auto& pad = library_.add("pad", 128);
-  for (const char* name : {"MTDeviceCreateList", "CFArrayGetCount", "CFArrayGetValueAtIndex",
-                           "CFRetain", "CFRelease"}) {
-    library_.missingSymbols = {name};
-    MT mt(library_);
-    EXPECT_TRUE(mt.deviceList().empty()) << name;
-    EXPECT_EQ(library_.openLists, 0) << name;
-    EXPECT_EQ(pad.references, 0) << name;
-  }
+class ListSymbol : public NeededSymbol {};
+
+TEST_P(ListSymbol, WithoutItAListThatCannotBeReadIsNotMade) {
+  add("pad");
+  library_.removeSymbol(GetParam());
+  MT mt(loader_);
+  EXPECT_TRUE(mt.deviceList().empty());
+  EXPECT_EQ(library_.heldReferences(), 0U);
 }
 
-TEST_F(MultitouchBinding, StartsADeviceInOrder) {
-  auto& pad = library_.add("pad", 128);
-  MT mt(library_);
-  ASSERT_EQ(mt.deviceList().size(), 1U);
-  EXPECT_TRUE(mt.startDevice(&pad, &onFrame));
+INSTANTIATE_TEST_SUITE_P(Each, ListSymbol,
+                         ::testing::Values("MTDeviceCreateList", "CFArrayGetCount",
+                                           "CFArrayGetValueAtIndex", "CFRetain", "CFRelease"));
+
+TEST_F(MultitouchBinding, StartsAndStopsADeviceInOrder) {
+  add("pad");
+  MT mt(loader_);
+  const MTDevice pad = listed(mt);
+  EXPECT_TRUE(mt.startDevice(pad, &onFrame));
   EXPECT_EQ(library_.takeCalls(), (Calls{"register pad", "start pad"}));
-  EXPECT_EQ(pad.references, 1);
-  EXPECT_EQ(pad.callback, &onFrame);
-  mt.stopDevice(&pad, &onFrame);
+  EXPECT_EQ(library_.heldReferences(), 1U);
+  EXPECT_TRUE(library_.deliver("pad", nullptr, 0));
+  mt.stopDevice(pad, &onFrame);
   EXPECT_EQ(library_.takeCalls(), (Calls{"stop pad", "unregister pad", "release pad"}));
-  EXPECT_EQ(pad.references, 0);
-  EXPECT_EQ(pad.callback, nullptr);
+  EXPECT_EQ(library_.heldReferences(), 0U);
+  EXPECT_FALSE(library_.deliver("pad", nullptr, 0));
 }
 
 TEST_F(MultitouchBinding, ADeviceThatDoesNotRegisterIsReleased) {
-  auto& pad = library_.add("pad", 128);
-  pad.registers = false;
-  MT mt(library_);
-  ASSERT_EQ(mt.deviceList().size(), 1U);
-  EXPECT_FALSE(mt.startDevice(&pad, &onFrame));
+  library_.add({.name = "pad", .registers = false});
+  MT mt(loader_);
+  EXPECT_FALSE(mt.startDevice(listed(mt), &onFrame));
   EXPECT_EQ(library_.takeCalls(), (Calls{"register pad", "release pad"}));
-  EXPECT_EQ(pad.references, 0);
+  EXPECT_EQ(library_.heldReferences(), 0U);
 }
 
 TEST_F(MultitouchBinding, ADeviceThatDoesNotStartIsUnregisteredAndReleased) {
-  auto& pad = library_.add("pad", 128);
-  pad.starts = false;
-  MT mt(library_);
-  ASSERT_EQ(mt.deviceList().size(), 1U);
-  EXPECT_FALSE(mt.startDevice(&pad, &onFrame));
+  library_.add({.name = "pad", .starts = false});
+  MT mt(loader_);
+  EXPECT_FALSE(mt.startDevice(listed(mt), &onFrame));
   EXPECT_EQ(library_.takeCalls(),
             (Calls{"register pad", "start pad", "unregister pad", "release pad"}));
-  EXPECT_EQ(pad.references, 0);
+  EXPECT_EQ(library_.heldReferences(), 0U);
 }
 
-TEST_F(MultitouchBinding, WithoutAFunctionForStartingTheDeviceIsOnlyReleased) {
-  auto& pad = library_.add("pad", 128);
-  for (const char* name :
-       {"MTRegisterContactFrameCallback", "MTUnregisterContactFrameCallback", "MTDeviceStart"}) {
-    library_.missingSymbols = {name};
-    MT mt(library_);
-    ASSERT_EQ(mt.deviceList().size(), 1U);
-    EXPECT_FALSE(mt.startDevice(&pad, &onFrame)) << name;
-    EXPECT_EQ(library_.takeCalls(), (Calls{"release pad"})) << name;
-  }
+class StartSymbol : public NeededSymbol {};
+
+TEST_P(StartSymbol, WithoutItTheDeviceIsOnlyReleased) {
+  add("pad");
+  library_.removeSymbol(GetParam());
+  MT mt(loader_);
+  EXPECT_FALSE(mt.startDevice(listed(mt), &onFrame));
+  EXPECT_EQ(library_.takeCalls(), Calls{"release pad"});
 }
+
+INSTANTIATE_TEST_SUITE_P(Each, StartSymbol,
+                         ::testing::Values("MTRegisterContactFrameCallback",
+                                           "MTUnregisterContactFrameCallback", "MTDeviceStart"));
 
 TEST_F(MultitouchBinding, WithoutReleaseADeviceIsLeftAlone) {
-  auto& pad = library_.add("pad", 128);
-  library_.missingSymbols = {"MTDeviceRelease"};
-  MT mt(library_);
-  EXPECT_FALSE(mt.startDevice(&pad, &onFrame));
-  EXPECT_TRUE(library_.takeCalls().empty());
+  add("pad");
+  library_.removeSymbol("MTDeviceRelease");
+  MT mt(loader_);
+  EXPECT_FALSE(mt.startDevice(listed(mt), &onFrame));
+  EXPECT_EQ(library_.takeCalls(), Calls{});
 }
 
-TEST_F(MultitouchBinding, StoppingSkipsFunctionsThatAreMissing) {
-  auto& pad = library_.add("pad", 128);
-  library_.missingSymbols = {"MTDeviceStop"};
-  MT withoutStop(library_);
-  withoutStop.stopDevice(&pad, &onFrame);
+TEST_F(MultitouchBinding, StoppingSkipsWhatTheLibraryLacks) {
+  add("pad");
+  MT whole(loader_);
+  const MTDevice pad = listed(whole);
+  ASSERT_TRUE(whole.startDevice(pad, &onFrame));
+  library_.takeCalls();
+  library_.removeSymbol("MTUnregisterContactFrameCallback");
+  library_.removeSymbol("MTDeviceRelease");
+  MT partial(loader_);
+  partial.stopDevice(pad, &onFrame);
+  EXPECT_EQ(library_.takeCalls(), Calls{"stop pad"});
+}
+
+TEST_F(MultitouchBinding, StoppingWithoutStopStillUnregistersAndReleases) {
+  add("pad");
+  library_.removeSymbol("MTDeviceStart");
+  library_.removeSymbol("MTDeviceStop");
+  MT mt(loader_);
+  const MTDevice pad = listed(mt);
+  ASSERT_TRUE(library_.registerCallback(pad, &onFrame));
+  library_.takeCalls();
+  mt.stopDevice(pad, &onFrame);
   EXPECT_EQ(library_.takeCalls(), (Calls{"unregister pad", "release pad"}));
-  library_.missingSymbols = {"MTUnregisterContactFrameCallback", "MTDeviceRelease"};
-  MT withoutRest(library_);
-  withoutRest.stopDevice(&pad, &onFrame);
-  EXPECT_EQ(library_.takeCalls(), (Calls{"stop pad"}));
 }
 
 TEST_F(MultitouchBinding, ManyThreadsResolveOnce) {
-  MT mt(library_);
+  MT mt(loader_);
   std::vector<std::thread> threads;
   for (int i = 0; i < 4; ++i) {
     threads.emplace_back([&mt] {
@@ -197,8 +247,8 @@ TEST_F(MultitouchBinding, ManyThreadsResolveOnce) {
     });
   }
   for (auto& thread : threads) thread.join();
-  EXPECT_EQ(library_.opens, 1);
-  EXPECT_EQ(library_.lookups.size(), 7U);
+  EXPECT_EQ(loader_.opens, 1);
+  EXPECT_EQ(loader_.lookups.size(), 7U);
 }
 
 }  // namespace

@@ -3,17 +3,18 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <thread>
+#include <functional>
+#include <optional>
+#include <string>
 
-#include "support/fake_ports.hpp"
-#include "support/fake_taps.hpp"
-#include "support/recording_events.hpp"
-#include "support/virtual_time.hpp"
+#include "support/desktop.hpp"
+#include "support/exact_clock.hpp"
+#include "support/tracing_taps.hpp"
 
 namespace velotap {
 namespace {
 
-using Lines = std::vector<std::string>;
+using test::Lines;
 using Type = MouseEventType;
 using Button = ClickPolicy::Button;
 
@@ -53,61 +54,82 @@ class ScriptedPolicy final : public ClickPolicy {
   Lines take() { return std::exchange(asked, {}); }
 };
 
-class EventTapTest : public ::testing::Test {
+// An event that no stream sends, with its changes in the order in which they were made.
+class LooseEvent final : public TappedEvent {
+ public:
+  explicit LooseEvent(MouseEventType type, std::int64_t number = 1)
+      : type_(type), number_(number) {}
+  [[nodiscard]] MouseEventType type() const override { return type_; }
+  [[nodiscard]] std::int64_t number() const override { return number_; }
+  void setType(MouseEventType type) override {
+    changes.push_back("type=" + std::to_string(static_cast<int>(type)));
+    type_ = type;
+  }
+  void setButton(int button) override { changes.push_back("button=" + std::to_string(button)); }
+  Lines changes;
+
+ private:
+  MouseEventType type_;
+  std::int64_t number_;
+};
+
+class EventTapTest : public ::testing::Test, protected test::Desktop {
  protected:
   EventTapTest() {
     tap_.setLostHandler([this] { ++lost_; });
   }
   void startQuietly() {
     ASSERT_TRUE(tap_.start());
-    taps_.calls.clear();
-    log_.take();
+    tracing_.take();
+    said.take();
   }
-  std::string hardware(Type type, std::int64_t number) { return taps_.button(type, number, true); }
-  std::string software(Type type, std::int64_t number) { return taps_.button(type, number, false); }
+  std::string hardware(Type type, std::int64_t number) { return button(type, number, true); }
+  std::string software(Type type, std::int64_t number) { return button(type, number, false); }
+  void cannotInstall(TapLocation location) { taps.setInstallable(location, false); }
+  void disable(TapLocation location, TapDisabled why = TapDisabled::byTimeout,
+               bool revives = true) {
+    taps.disable(location, why, revives);
+  }
 
-  test::ManualClock clock_;
-  test::VirtualQueue queue_{clock_};
-  test::FakeTaps taps_;
-  test::RecordingEvents events_;
-  test::RecordingLog log_;
+  test::TracingTaps tracing_{taps};
+  test::ExactClock clock_;
   ScriptedPolicy policy_;
-  EventTap tap_{taps_, policy_, events_, clock_, queue_, log_};
+  EventTap tap_{tracing_, policy_, events, clock_, mainQueue, log};
   int lost_ = 0;
 };
 
 TEST_F(EventTapTest, StartsTheObservingTapAndThenTheConvertingOne) {
   EXPECT_TRUE(tap_.start());
-  EXPECT_EQ(taps_.calls, (Lines{"install hid", "install session", "enable hid", "enable session"}));
-  EXPECT_EQ(taps_.hid->mask, 0x1EU);
-  EXPECT_EQ(taps_.session->mask, 0xDEU);
-  EXPECT_TRUE(taps_.hid->enabled);
-  EXPECT_TRUE(taps_.session->enabled);
-  EXPECT_EQ(log_.take(), Lines{"event tap active"});
+  EXPECT_EQ(tracing_.take(),
+            (Lines{"install hid", "install session", "enable hid", "enable session"}));
+  EXPECT_EQ(tracing_.masks[TapLocation::hid], 0x1EU);
+  EXPECT_EQ(tracing_.masks[TapLocation::session], 0xDEU);
+  EXPECT_EQ(said.take(), Lines{"event tap active"});
 }
 
 TEST_F(EventTapTest, RunsWithoutTheObservingTap) {
-  taps_.hidFails = true;
+  cannotInstall(TapLocation::hid);
   EXPECT_TRUE(tap_.start());
-  EXPECT_EQ(taps_.calls, (Lines{"install hid", "install session", "enable session"}));
-  EXPECT_EQ(log_.take(),
+  EXPECT_EQ(tracing_.take(), (Lines{"install hid", "install session", "enable session"}));
+  EXPECT_EQ(said.take(),
             (Lines{"physical HID event observer unavailable — synthetic-click suppression disabled",
                    "event tap active"}));
 }
 
 TEST_F(EventTapTest, WithoutTheConvertingTapNothingStaysInstalled) {
-  taps_.sessionFails = true;
+  cannotInstall(TapLocation::session);
   EXPECT_FALSE(tap_.start());
-  EXPECT_EQ(taps_.calls, (Lines{"install hid", "install session", "disable hid", "remove hid"}));
-  EXPECT_EQ(taps_.hid, nullptr);
-  EXPECT_EQ(log_.take(), Lines{"event tap creation FAILED — check Accessibility permission"});
+  EXPECT_EQ(tracing_.take(),
+            (Lines{"install hid", "install session", "disable hid", "remove hid"}));
+  EXPECT_EQ(taps.installed(TapLocation::hid), 0U);
+  EXPECT_EQ(said.take(), Lines{"event tap creation FAILED — check Accessibility permission"});
 }
 
 TEST_F(EventTapTest, WithoutAnyTapBothFailuresAreTold) {
-  taps_.hidFails = true;
-  taps_.sessionFails = true;
+  cannotInstall(TapLocation::hid);
+  cannotInstall(TapLocation::session);
   EXPECT_FALSE(tap_.start());
-  EXPECT_EQ(log_.take(),
+  EXPECT_EQ(said.take(),
             (Lines{"physical HID event observer unavailable — synthetic-click suppression disabled",
                    "event tap creation FAILED — check Accessibility permission"}));
 }
@@ -115,17 +137,19 @@ TEST_F(EventTapTest, WithoutAnyTapBothFailuresAreTold) {
 TEST_F(EventTapTest, StoppingDisablesThenRemovesInOrder) {
   startQuietly();
   tap_.stop();
-  EXPECT_EQ(taps_.calls, (Lines{"disable hid", "disable session", "remove hid", "remove session"}));
-  taps_.calls.clear();
+  EXPECT_EQ(tracing_.take(),
+            (Lines{"disable hid", "disable session", "remove hid", "remove session"}));
+  tracing_.take();
   tap_.stop();
-  EXPECT_EQ(taps_.calls, Lines{});
+  EXPECT_EQ(tracing_.take(), Lines{});
 }
 
 TEST_F(EventTapTest, StartingAgainBeginsWithAStop) {
   startQuietly();
   EXPECT_TRUE(tap_.start());
-  EXPECT_EQ(taps_.calls, (Lines{"disable hid", "disable session", "remove hid", "remove session",
-                                "install hid", "install session", "enable hid", "enable session"}));
+  EXPECT_EQ(tracing_.take(),
+            (Lines{"disable hid", "disable session", "remove hid", "remove session", "install hid",
+                   "install session", "enable hid", "enable session"}));
 }
 
 TEST_F(EventTapTest, APhysicalLeftPressIsNotedAtBothLevelsThenJudged) {
@@ -133,7 +157,7 @@ TEST_F(EventTapTest, APhysicalLeftPressIsNotedAtBothLevelsThenJudged) {
   EXPECT_EQ(hardware(Type::leftDown, 7), "pass");
   EXPECT_EQ(policy_.take(),
             (Lines{"note", "note", "swallow? identify=1 observed=1", "convert left?"}));
-  EXPECT_EQ(log_.take(), Lines{"left mouse down: HID=true"});
+  EXPECT_EQ(said.take(), Lines{"left mouse down: HID=true"});
 }
 
 TEST_F(EventTapTest, ASyntheticLeftPressIsNeitherNotedNorConverted) {
@@ -141,7 +165,7 @@ TEST_F(EventTapTest, ASyntheticLeftPressIsNeitherNotedNorConverted) {
   policy_.converts = true;
   EXPECT_EQ(software(Type::leftDown, 7), "pass");
   EXPECT_EQ(policy_.take(), Lines{"swallow? identify=1 observed=0"});
-  EXPECT_EQ(log_.take(), Lines{"left mouse down: HID=false"});
+  EXPECT_EQ(said.take(), Lines{"left mouse down: HID=false"});
 }
 
 TEST_F(EventTapTest, APhysicalRightPressIsNotedAtBothLevelsAndNeverSwallowed) {
@@ -149,7 +173,7 @@ TEST_F(EventTapTest, APhysicalRightPressIsNotedAtBothLevelsAndNeverSwallowed) {
   policy_.swallows = true;
   EXPECT_EQ(hardware(Type::rightDown, 7), "pass");
   EXPECT_EQ(policy_.take(), (Lines{"note", "note", "convert right?"}));
-  EXPECT_EQ(log_.take(), Lines{"right mouse down: HID=true"});
+  EXPECT_EQ(said.take(), Lines{"right mouse down: HID=true"});
 }
 
 TEST_F(EventTapTest, ASyntheticRightPressPassesBeforeAnythingElse) {
@@ -157,17 +181,17 @@ TEST_F(EventTapTest, ASyntheticRightPressPassesBeforeAnythingElse) {
   policy_.converts = true;
   EXPECT_EQ(software(Type::rightDown, 7), "pass");
   EXPECT_EQ(policy_.take(), Lines{});
-  EXPECT_EQ(log_.take(), Lines{"right mouse down: HID=false"});
+  EXPECT_EQ(said.take(), Lines{"right mouse down: HID=false"});
 }
 
 TEST_F(EventTapTest, WithoutTheObservingTapEveryPressCountsAsPhysical) {
-  taps_.hidFails = true;
+  cannotInstall(TapLocation::hid);
   startQuietly();
   EXPECT_EQ(software(Type::leftDown, 7), "pass");
   EXPECT_EQ(policy_.take(), (Lines{"note", "swallow? identify=0 observed=0", "convert left?"}));
   EXPECT_EQ(software(Type::rightDown, 8), "pass");
   EXPECT_EQ(policy_.take(), (Lines{"note", "convert right?"}));
-  EXPECT_EQ(log_.take(), (Lines{"left mouse down: HID=false", "right mouse down: HID=false"}));
+  EXPECT_EQ(said.take(), (Lines{"left mouse down: HID=false", "right mouse down: HID=false"}));
 }
 
 TEST_F(EventTapTest, ReleasesArePhysicalSightingsButNoNews) {
@@ -183,9 +207,9 @@ TEST_F(EventTapTest, ReleasesArePhysicalSightingsButNoNews) {
 TEST_F(EventTapTest, ASightingCountsForTwoSecondsInclusive) {
   startQuietly();
   hardware(Type::leftUp, 7);
-  clock_.set(1002);
+  clock_.set(2);
   EXPECT_TRUE(tap_.wasObservedAtHID(7));
-  clock_.set(std::nextafter(1002.0, 1003.0));
+  clock_.set(std::nextafter(2.0, 3.0));
   EXPECT_FALSE(tap_.wasObservedAtHID(7));
 }
 
@@ -198,17 +222,30 @@ struct ConversionCase {
 class EventTapConversion : public EventTapTest,
                            public ::testing::WithParamInterface<ConversionCase> {};
 
-TEST_P(EventTapConversion, RewritesPressDragsAndReleaseTypeFirst) {
+TEST_P(EventTapConversion, RewritesPressDragsAndRelease) {
   const ConversionCase& c = GetParam();
   startQuietly();
   policy_.converts = true;
   EXPECT_EQ(hardware(c.down, 7), kBecomesPress);
-  EXPECT_EQ(log_.take().back(), c.line);
+  EXPECT_EQ(said.take().back(), c.line);
   EXPECT_EQ(hardware(c.drag, 7), kBecomesDrag);
   EXPECT_EQ(hardware(c.drag, 7), kBecomesDrag);
   EXPECT_EQ(hardware(c.up, 7), kBecomesRelease);
   EXPECT_EQ(hardware(c.drag, 7), "pass");
   EXPECT_EQ(hardware(c.up, 7), "pass");
+}
+
+TEST_P(EventTapConversion, ChangesTheTypeBeforeTheButton) {
+  const ConversionCase& c = GetParam();
+  startQuietly();
+  policy_.held = c.button;
+  for (const Type type : {c.drag, c.up}) {
+    LooseEvent event(type);
+    EXPECT_EQ(tracing_.latest[TapLocation::session].event(event), TapAnswer::pass);
+    ASSERT_EQ(event.changes.size(), 2U);
+    EXPECT_EQ(event.changes[0].substr(0, 5), "type=");
+    EXPECT_EQ(event.changes[1], "button=2");
+  }
 }
 
 TEST_P(EventTapConversion, LeavesTheOtherButtonAlone) {
@@ -236,9 +273,9 @@ TEST_F(EventTapTest, OtherEventsPass) {
   policy_.held = Button::left;
   for (const Type type : {Type::otherDown, Type::otherUp, Type::otherDragged, static_cast<Type>(5),
                           static_cast<Type>(22), static_cast<Type>(65)}) {
-    test::FakeEvent event(type, 1);
-    EXPECT_EQ(taps_.session->callbacks.event(event), TapAnswer::pass);
-    EXPECT_EQ(event.changes, "");
+    LooseEvent event(type);
+    EXPECT_EQ(tracing_.latest[TapLocation::session].event(event), TapAnswer::pass);
+    EXPECT_EQ(event.changes, Lines{});
   }
   EXPECT_EQ(policy_.take(), Lines{});
 }
@@ -247,8 +284,8 @@ TEST_F(EventTapTest, OnlyButtonsAreSightings) {
   startQuietly();
   for (const Type type : {Type::leftDragged, Type::rightDragged, Type::otherDown,
                           static_cast<Type>(5), static_cast<Type>(22), static_cast<Type>(65)}) {
-    test::FakeEvent event(type, 9);
-    EXPECT_EQ(taps_.hid->callbacks.event(event), TapAnswer::pass);
+    LooseEvent event(type, 9);
+    EXPECT_EQ(tracing_.latest[TapLocation::hid].event(event), TapAnswer::pass);
   }
   EXPECT_FALSE(tap_.wasObservedAtHID(9));
   EXPECT_EQ(policy_.take(), Lines{});
@@ -258,7 +295,7 @@ TEST_F(EventTapTest, ASwallowedPressTakesItsReleaseWithIt) {
   startQuietly();
   policy_.swallows = true;
   EXPECT_EQ(software(Type::leftDown, 7), "drop");
-  EXPECT_EQ(log_.take(), (Lines{"left mouse down: HID=false",
+  EXPECT_EQ(said.take(), (Lines{"left mouse down: HID=false",
                                 "swallowed synthetic left click after trackpad tap"}));
   EXPECT_EQ(software(Type::leftUp, 8), "pass") << "the release of another press";
   EXPECT_EQ(software(Type::leftUp, 7), "drop");
@@ -277,9 +314,9 @@ TEST_F(EventTapTest, AReleaseLaterThanASecondPasses) {
   startQuietly();
   policy_.swallows = true;
   software(Type::leftDown, 7);
-  clock_.set(std::nextafter(1001.0, 1002.0));
+  clock_.set(std::nextafter(1.0, 2.0));
   EXPECT_EQ(software(Type::leftUp, 7), "pass");
-  clock_.set(1000.5);
+  clock_.set(0.5);
   EXPECT_EQ(software(Type::leftUp, 7), "pass") << "the record is gone";
 }
 
@@ -316,11 +353,10 @@ TEST_F(EventTapTest, ADisabledObservingTapIsRevivedAndStartsAfresh) {
   for (const TapDisabled why : {TapDisabled::byTimeout, TapDisabled::byUserInput}) {
     startQuietly();
     hardware(Type::leftUp, 7);
-    test::FakeTaps::disable(taps_.hid, why);
-    EXPECT_EQ(taps_.calls, Lines{"enable hid"});
-    EXPECT_TRUE(taps_.hid->enabled);
+    disable(TapLocation::hid, why);
+    EXPECT_EQ(tracing_.take(), Lines{"enable hid"});
     EXPECT_FALSE(tap_.wasObservedAtHID(7));
-    EXPECT_EQ(log_.take(), Lines{});
+    EXPECT_EQ(said.take(), Lines{});
     EXPECT_EQ(lost_, 0);
   }
 }
@@ -329,7 +365,7 @@ TEST_F(EventTapTest, ASwallowedPressOutlivesARevivedObservingTap) {
   startQuietly();
   policy_.swallows = true;
   software(Type::leftDown, 7);
-  test::FakeTaps::disable(taps_.hid, TapDisabled::byTimeout);
+  disable(TapLocation::hid);
   EXPECT_EQ(software(Type::leftUp, 7), "drop");
 }
 
@@ -338,12 +374,11 @@ TEST_F(EventTapTest, AnObservingTapThatStaysDisabledIsGivenUpAlone) {
   policy_.swallows = true;
   hardware(Type::leftUp, 5);
   software(Type::leftDown, 7);
-  log_.take();
+  said.take();
   policy_.take();
-  taps_.revives = false;
-  test::FakeTaps::disable(taps_.hid, TapDisabled::byTimeout);
-  EXPECT_EQ(taps_.calls, (Lines{"enable hid", "disable hid", "remove hid"}));
-  EXPECT_EQ(log_.take(),
+  disable(TapLocation::hid, TapDisabled::byTimeout, false);
+  EXPECT_EQ(tracing_.take(), (Lines{"enable hid", "disable hid", "remove hid"}));
+  EXPECT_EQ(said.take(),
             Lines{"physical HID event observer stopped — synthetic-click suppression disabled"});
   EXPECT_EQ(lost_, 0);
   EXPECT_EQ(software(Type::leftUp, 7), "pass") << "the swallowed press is forgotten";
@@ -354,11 +389,11 @@ TEST_F(EventTapTest, AnObservingTapThatStaysDisabledIsGivenUpAlone) {
 }
 
 TEST_F(EventTapTest, GivingUpTheObservingTapIsPossibleWithoutOne) {
-  taps_.hidFails = true;
+  cannotInstall(TapLocation::hid);
   startQuietly();
   tap_.disablePhysicalObservation();
-  EXPECT_EQ(taps_.calls, Lines{});
-  EXPECT_EQ(log_.take(),
+  EXPECT_EQ(tracing_.take(), Lines{});
+  EXPECT_EQ(said.take(),
             Lines{"physical HID event observer stopped — synthetic-click suppression disabled"});
 }
 
@@ -368,16 +403,16 @@ TEST_F(EventTapTest, ADisabledConvertingTapReleasesAHeldButtonBeforeItIsRevived)
     policy_.converts = true;
     hardware(Type::leftDown, 7);
     policy_.take();
-    Lines order;
-    events_.whenPosted = [&] { order = taps_.calls; };
-    test::FakeTaps::disable(taps_.session, why);
-    EXPECT_EQ(order, Lines{}) << "released first, revived then";
-    EXPECT_EQ(events_.take(), Lines{"mouse up 2 at (512.0, 384.5)"});
+    Lines before = {"nothing was released"};
+    const Observation releasing =
+        events.observePosts([&](const PostedEvent&) { before = tracing_.take(); });
+    disable(TapLocation::session, why);
+    EXPECT_EQ(before, Lines{}) << "released first, revived then";
+    EXPECT_EQ(posted.take(), Lines{"mouse up 2 at (512.0, 384.5)"});
     EXPECT_EQ(policy_.take(), Lines{"abandon"});
-    EXPECT_EQ(taps_.calls, Lines{"enable session"});
+    EXPECT_EQ(tracing_.take(), Lines{"enable session"});
     EXPECT_EQ(lost_, 0);
     EXPECT_EQ(hardware(Type::leftUp, 7), "pass") << "the release was already made";
-    events_.whenPosted = {};
   }
 }
 
@@ -385,8 +420,8 @@ TEST_F(EventTapTest, ADisabledConvertingTapWithNothingHeldPostsNothing) {
   startQuietly();
   policy_.swallows = true;
   software(Type::leftDown, 7);
-  test::FakeTaps::disable(taps_.session, TapDisabled::byTimeout);
-  EXPECT_EQ(events_.take(), Lines{});
+  disable(TapLocation::session);
+  EXPECT_EQ(posted.take(), Lines{});
   EXPECT_EQ(software(Type::leftUp, 7), "pass") << "the swallowed press is forgotten";
 }
 
@@ -394,51 +429,48 @@ TEST_F(EventTapTest, AConvertingTapThatStaysDisabledMeansTheListenersAreLost) {
   startQuietly();
   policy_.converts = true;
   hardware(Type::leftDown, 7);
-  taps_.revives = false;
-  test::FakeTaps::disable(taps_.session, TapDisabled::byUserInput);
-  EXPECT_EQ(events_.take(), Lines{"mouse up 2 at (512.0, 384.5)"});
+  disable(TapLocation::session, TapDisabled::byUserInput, false);
+  EXPECT_EQ(posted.take(), Lines{"mouse up 2 at (512.0, 384.5)"});
   EXPECT_EQ(lost_, 1);
 }
 
 TEST_F(EventTapTest, TheLostHandlerMayRemoveTheTapThatCallsIt) {
   startQuietly();
   tap_.setLostHandler([this] { tap_.stop(); });
-  taps_.revives = false;
-  test::FakeTaps::disable(taps_.session, TapDisabled::byTimeout);
-  EXPECT_EQ(taps_.session, nullptr);
-  EXPECT_EQ(taps_.hid, nullptr);
+  disable(TapLocation::session, TapDisabled::byTimeout, false);
+  EXPECT_EQ(taps.installed(TapLocation::session), 0U);
+  EXPECT_EQ(taps.installed(TapLocation::hid), 0U);
 }
 
 TEST_F(EventTapTest, WithoutALostHandlerALossIsSurvived) {
   startQuietly();
   tap_.setLostHandler({});
-  taps_.revives = false;
-  test::FakeTaps::disable(taps_.session, TapDisabled::byTimeout);
+  disable(TapLocation::session, TapDisabled::byTimeout, false);
   EXPECT_EQ(lost_, 0);
 }
 
 TEST_F(EventTapTest, SaysNothingWhenNobodyAsked) {
-  log_.on = false;
+  log.setEnabled(false);
   EXPECT_TRUE(tap_.start());
   policy_.swallows = true;
   hardware(Type::leftDown, 1);
   hardware(Type::rightDown, 2);
   tap_.disablePhysicalObservation();
-  EXPECT_EQ(log_.take(), Lines{});
+  EXPECT_EQ(said.take(), Lines{});
 }
 
 using EventTapDeathTest = EventTapTest;
 
 TEST_F(EventTapDeathTest, CallbacksOutsideTheMainThreadEndTheProcess) {
-  GTEST_FLAG_SET(death_test_style, "threadsafe");
   startQuietly();
-  const auto elsewhere = [](const auto& callback) { std::thread(callback).join(); };
+  const auto elsewhere = [this](const std::function<void()>& callback) {
+    mainQueue.runElsewhere(callback);
+  };
   const char* why = "Velotap/EventTap called outside the main thread";
-  test::FakeEvent event(Type::leftDown, 1);
-  EXPECT_DEATH(elsewhere([&] { (void)taps_.session->callbacks.event(event); }), why);
-  EXPECT_DEATH(elsewhere([&] { (void)taps_.hid->callbacks.event(event); }), why);
-  EXPECT_DEATH(elsewhere([&] { taps_.session->callbacks.disabled(TapDisabled::byTimeout); }), why);
-  EXPECT_DEATH(elsewhere([&] { taps_.hid->callbacks.disabled(TapDisabled::byTimeout); }), why);
+  EXPECT_DEATH(elsewhere([&] { software(Type::leftDown, 1); }), why);
+  EXPECT_DEATH(elsewhere([&] { hardware(Type::leftDown, 1); }), why);
+  EXPECT_DEATH(elsewhere([&] { disable(TapLocation::session); }), why);
+  EXPECT_DEATH(elsewhere([&] { disable(TapLocation::hid); }), why);
 }
 
 }  // namespace

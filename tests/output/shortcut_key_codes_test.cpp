@@ -3,9 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <optional>
+#include <string>
 #include <thread>
+#include <vector>
 
-#include "support/fake_ports.hpp"
+#include "support/desktop.hpp"
 
 namespace velotap {
 namespace {
@@ -79,71 +82,68 @@ TEST(ResolveKeyCodes, AsksForNoMoreThanItNeeds) {
   EXPECT_EQ(asked.size(), 4U);
 }
 
-class ShortcutKeyCodesTest : public ::testing::Test {
+class ShortcutKeyCodesTest : public ::testing::Test, protected test::Desktop {
  protected:
   Table codes() const {
     Table table{};
     for (std::size_t i = 0; i < table.size(); ++i) table[i] = codes_.keyCode(kAllShortcuts[i]);
     return table;
   }
-  test::FakeKeyboardLayout layout_;
-  test::RecordingLog log_;
-  ShortcutKeyCodes codes_{layout_, log_};
+  ShortcutKeyCodes codes_{keyboardLayout, log};
 };
 
 TEST_F(ShortcutKeyCodesTest, AnswersTheFallbacksBeforeItIsStarted) {
-  layout_.keys = Keys{{5, "["}};
+  keyboardLayout.select(Keys{{5, "["}});
   EXPECT_EQ(codes(), kFallbacks);
 }
 
 TEST_F(ShortcutKeyCodesTest, ResolvesWhenStartedAndSaysSo) {
-  layout_.keys = Keys{{5, "["}, {6, "]"}, {7, "="}, {8, "-"}};
+  keyboardLayout.select(Keys{{5, "["}, {6, "]"}, {7, "="}, {8, "-"}});
   codes_.start();
   EXPECT_EQ(codes(), (Table{5, 6, 7, 8}));
-  EXPECT_EQ(log_.take(),
-            (std::vector<std::string>{
-                R"(shortcut key codes: ["back=5", "forward=6", "zoomIn=7", "zoomOut=8"])"}));
+  EXPECT_EQ(said.take(),
+            test::Lines{R"(shortcut key codes: ["back=5", "forward=6", "zoomIn=7", "zoomOut=8"])"});
 }
 
 TEST_F(ShortcutKeyCodesTest, FollowsTheLayoutIncludingOneThatTellsNothing) {
-  layout_.keys = Keys{{5, "["}};
+  keyboardLayout.select(Keys{{5, "["}});
   codes_.start();
-  layout_.select(Keys{{9, "["}});
+  keyboardLayout.select(Keys{{9, "["}});
   EXPECT_EQ(codes()[0], 9);
-  layout_.select(std::nullopt);
+  keyboardLayout.select(std::nullopt);
   EXPECT_EQ(codes(), kFallbacks) << "codes of another layout must not survive";
 }
 
 TEST_F(ShortcutKeyCodesTest, StartingAgainResolvesAgainButRegistersOnce) {
   codes_.start();
-  layout_.keys = Keys{{9, "["}};
   codes_.start();
+  EXPECT_EQ(said.take().size(), 2U);
+  keyboardLayout.select(Keys{{9, "["}});
   EXPECT_EQ(codes()[0], 9);
-  EXPECT_EQ(layout_.observers, 1);
+  EXPECT_EQ(said.take().size(), 1U) << "two registrations would resolve twice";
 }
 
 TEST_F(ShortcutKeyCodesTest, RefreshingAloneFollowsNothing) {
   codes_.refresh();
-  EXPECT_EQ(layout_.observers, 0);
-  layout_.select(Keys{{9, "["}});
+  keyboardLayout.select(Keys{{9, "["}});
   EXPECT_EQ(codes()[0], 33);
 }
 
 TEST_F(ShortcutKeyCodesTest, StopsFollowingWhenGone) {
   {
-    ShortcutKeyCodes other(layout_, log_);
+    ShortcutKeyCodes other(keyboardLayout, log);
     other.start();
   }
-  layout_.translations.clear();
-  layout_.select(Keys{{9, "["}});
-  EXPECT_TRUE(layout_.translations.empty());
+  said.take();
+  keyboardLayout.select(Keys{{9, "["}});
+  EXPECT_EQ(said.take(), test::Lines{});
 }
 
 TEST_F(ShortcutKeyCodesTest, ReadersOnOtherThreadsSeeOneLayoutOrTheOther) {
   const Keys first = {{1, "["}};
   const Keys second = {{2, "["}};
-  log_.on = false;
-  layout_.keys = first;
+  log.setEnabled(false);
+  keyboardLayout.select(first);
   codes_.start();
   std::vector<std::thread> readers;
   for (int i = 0; i < 3; ++i) {
@@ -154,7 +154,7 @@ TEST_F(ShortcutKeyCodesTest, ReadersOnOtherThreadsSeeOneLayoutOrTheOther) {
       }
     });
   }
-  for (int k = 0; k < 500; ++k) layout_.select(k % 2 == 0 ? second : first);
+  for (int k = 0; k < 500; ++k) keyboardLayout.select(k % 2 == 0 ? second : first);
   for (auto& reader : readers) reader.join();
 }
 

@@ -4,7 +4,8 @@
 //   evdev_capture NODE FILE
 //
 // Writes the device's description, prints "recording", then writes every event with its time since
-// the first one. Ends on SIGTERM or when the device is unplugged; the file is complete then.
+// the first one. Ends on SIGTERM or when the device is unplugged; the file is complete then, and
+// the monotonic time of the first event is printed.
 #include <fcntl.h>
 #include <libevdev/libevdev.h>
 #include <linux/input.h>

@@ -60,6 +60,7 @@ std::string HidHand::apply(const Statement& statement) {
     case Verb::cadence:
     case Verb::wait:
     case Verb::say:
+    case Verb::mark:
     case Verb::destroy:
     case Verb::hold:
       break;

@@ -31,8 +31,8 @@ namespace {
 
 constexpr std::int64_t kReadyLimit = 15 * kNanosecondsPerSecond;
 
-void report(const char* what, const std::string& detail) {
-  std::printf("%.6f %s %s\n", secondsOf(monotonicNanoseconds()), what, detail.c_str());
+void report(const char* what, const std::string& detail, std::int64_t time) {
+  std::printf("%.6f %s %s\n", secondsOf(time), what, detail.c_str());
   std::fflush(stdout);
 }
 
@@ -89,6 +89,7 @@ class Player {
   std::vector<int> cadence_{11};
   std::size_t cadenceStep_ = 0;
   std::int64_t due_ = monotonicNanoseconds();
+  std::optional<std::string> mark_;
   bool destroyed_ = false;
 };
 
@@ -168,7 +169,10 @@ std::string Player::execute(const Statement& statement) {
       pass(numbers[0]);
       return {};
     case Verb::say:
-      report("say", statement.text);
+      report("say", statement.text, monotonicNanoseconds());
+      return {};
+    case Verb::mark:
+      mark_ = statement.text;
       return {};
     case Verb::destroy:
       device_.destroy();
@@ -188,7 +192,7 @@ std::string Player::awaitReady() {
     pollOnce(static_cast<int>(left / kNanosecondsPerMillisecond) + 1, false);
   }
   due_ = std::max(due_, monotonicNanoseconds());
-  report("ready", device_.node());
+  report("ready", device_.node(), monotonicNanoseconds());
   return {};
 }
 
@@ -205,7 +209,12 @@ std::string Player::repeat(const std::vector<int>& numbers) {
 
 void Player::sendFrame(std::optional<int> gap) {
   const auto stamp = static_cast<std::uint32_t>(due_ / kNanosecondsPerMillisecond);
-  device_.send(encodeReport(model_.kind, hand_.takeFrame(stamp)));
+  const std::vector<std::uint8_t> bytes = encodeReport(model_.kind, hand_.takeFrame(stamp));
+  const std::int64_t sent = monotonicNanoseconds();
+  device_.send(bytes);
+  // Printed afterwards, so that the printing delays nobody who reacts to the frame.
+  if (mark_) report("mark", *mark_, sent);
+  mark_.reset();
   if (!gap) gap = cadence_[cadenceStep_++ % cadence_.size()];
   pass(*gap);
 }

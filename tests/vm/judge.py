@@ -6,7 +6,8 @@
 
 A line of an `expect` file is one of
 
-  needs PROGRAM                      the case is skipped where it has not been built
+  needs PROGRAM [TEXT]               the case is skipped where it has not been built, or does not
+                                     contain TEXT: the name of a part that it may lack
   machine counting|plain             which machine; default counting: its clock counts instructions,
                                      so how busy the host is changes nothing; plain has two
                                      processors and the host's clock
@@ -56,7 +57,8 @@ class Expectations:
                 continue
             word, _, rest = line.partition(" ")
             if word == "needs":
-                self.needs.append(rest)
+                program, _, text = substitute(rest, names).partition(" ")
+                self.needs.append(f"{program}:{text}")
             elif word == "machine" and rest in ("plain", "counting"):
                 self.machine = rest
             elif word == "seconds":

@@ -99,6 +99,14 @@ class JudgeTest(unittest.TestCase):
         self.assertIn("ended during", self.reasons(met, "cut-off")[0])
         self.assertIn("before this case", self.reasons(met, "never-begun")[0])
 
+    def test_needs_are_programs_and_their_parts(self):
+        (self.folder / "tap").mkdir()
+        (self.folder / "tap" / "expect").write_text("needs lab\nneeds velotap {pointer}\n")
+        out = io.StringIO()
+        with redirect_stdout(out):
+            self.assertEqual(judge.main(["plan", str(self.folder), "tap"]), 0)
+        self.assertEqual(out.getvalue(), "tap counting 60 lab: velotap:velotap/pointer\n")
+
     def test_malformed_expectations_are_refused(self):
         for line in ("perhaps 1 watch: x", "exactly one watch: x", "exactly 1 watch x",
                      "exactly 1 watch: (", "within 5 watch: x", "figure x < 5",

@@ -18,7 +18,7 @@ struct Grammar {
 
 constexpr std::size_t kAnyNumber = 64;
 
-constexpr std::array<Grammar, 15> kGrammar{{
+constexpr std::array<Grammar, 16> kGrammar{{
     {"ready", Verb::ready, 0, 0},
     {"touch", Verb::touch, 3, 3},
     {"move", Verb::move, 3, 3},
@@ -32,6 +32,7 @@ constexpr std::array<Grammar, 15> kGrammar{{
     {"tremor", Verb::tremor, 1, 1},
     {"wait", Verb::wait, 1, 1},
     {"say", Verb::say, 0, 0},
+    {"mark", Verb::mark, 0, 0},
     {"destroy", Verb::destroy, 0, 0},
     {"hold", Verb::hold, 0, 0},
 }};
@@ -100,6 +101,7 @@ bool negativeTimeOrCount(const Statement& statement) noexcept {
     case Verb::motion:
     case Verb::wheel:
     case Verb::say:
+    case Verb::mark:
     case Verb::destroy:
     case Verb::hold:
       break;
@@ -123,7 +125,7 @@ ParsedLine parseLine(std::string_view line) {
   if (grammar == kGrammar.end()) return refusal("unknown statement: " + std::string(word));
 
   Statement statement{.verb = grammar->verb, .numbers = {}, .contact = {}, .text = {}};
-  if (statement.verb == Verb::say) {
+  if (statement.verb == Verb::say || statement.verb == Verb::mark) {
     const std::size_t start = std::min(rest.find_first_not_of(kBlank), rest.size());
     const std::size_t end = rest.find_last_not_of(kBlank);
     if (start < rest.size()) statement.text = rest.substr(start, end + 1 - start);

@@ -15,8 +15,9 @@
 //   tremor UNITS                every finger strays by up to UNITS from where it is, in each frame
 //   wait MS                     let MS pass without a report
 //   say TEXT                    print TEXT with the time
-//   destroy                     unplug the device
-//   hold                        keep the device until the player is told to end
+//   mark TEXT                   print TEXT once the next frame is sent, with the time of its
+//   sending destroy                     unplug the device hold                        keep the
+//   device until the player is told to end
 //
 // Blank lines and what follows # are ignored. Parsing is pure; nothing here knows the device, so
 // whether X fits into a report is judged later.
@@ -44,6 +45,7 @@ enum class Verb {
   tremor,
   wait,
   say,
+  mark,
   destroy,
   hold,
 };
@@ -54,7 +56,7 @@ struct Statement {
   Verb verb = Verb::frame;
   std::vector<int> numbers;                         ///< in the order of the line
   std::vector<std::pair<ContactKey, int>> contact;  ///< of `touch`
-  std::string text;                                 ///< of `say`
+  std::string text;                                 ///< of `say` and `mark`
 };
 
 /// A statement, or why there is none; neither for a line that says nothing.

@@ -23,23 +23,16 @@ std::string refused(std::string_view line) {
 }
 
 TEST(TouchScript, EveryStatementIsUnderstood) {
-  const std::vector<std::pair<std::string, Verb>> lines{{"ready", Verb::ready},
-                                                        {"touch 1 -20 30", Verb::touch},
-                                                        {"move 1 2 -3", Verb::move},
-                                                        {"lift 1", Verb::lift},
-                                                        {"button 3", Verb::button},
-                                                        {"motion -1 1", Verb::motion},
-                                                        {"wheel -2", Verb::wheel},
-                                                        {"frame", Verb::frame},
-                                                        {"frame 8", Verb::frame},
-                                                        {"repeat 3 0 0", Verb::repeat},
-                                                        {"repeat 3 0 0 9", Verb::repeat},
-                                                        {"cadence 11 12 1", Verb::cadence},
-                                                        {"tremor 4", Verb::tremor},
-                                                        {"wait 100", Verb::wait},
-                                                        {"say hello", Verb::say},
-                                                        {"destroy", Verb::destroy},
-                                                        {"hold", Verb::hold}};
+  const std::vector<std::pair<std::string, Verb>> lines{
+      {"ready", Verb::ready},           {"touch 1 -20 30", Verb::touch},
+      {"move 1 2 -3", Verb::move},      {"lift 1", Verb::lift},
+      {"button 3", Verb::button},       {"motion -1 1", Verb::motion},
+      {"wheel -2", Verb::wheel},        {"frame", Verb::frame},
+      {"frame 8", Verb::frame},         {"repeat 3 0 0", Verb::repeat},
+      {"repeat 3 0 0 9", Verb::repeat}, {"cadence 11 12 1", Verb::cadence},
+      {"tremor 4", Verb::tremor},       {"wait 100", Verb::wait},
+      {"say hello", Verb::say},         {"mark lift", Verb::mark},
+      {"destroy", Verb::destroy},       {"hold", Verb::hold}};
   for (const auto& [line, verb] : lines) EXPECT_EQ(parsed(line).verb, verb) << line;
 }
 
@@ -62,6 +55,7 @@ TEST(TouchScript, LinesThatSayNothingAreNoError) {
 TEST(TouchScript, TextOfSayIsKeptWithoutTheBlanksAround) {
   EXPECT_EQ(parsed("say   finished 3  ").text, "finished 3");
   EXPECT_EQ(parsed("say").text, "");
+  EXPECT_EQ(parsed("mark last lift").text, "last lift");
 }
 
 TEST(TouchScript, MistakesAreNamed) {

@@ -2,10 +2,12 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/eventfd.h>
 #include <sys/signalfd.h>
 #include <unistd.h>
 
 #include <array>
+#include <atomic>
 #include <csignal>
 #include <cstring>
 #include <filesystem>
@@ -14,6 +16,7 @@
 #include <iterator>
 #include <optional>
 #include <string>
+#include <thread>
 #include <variant>
 
 #include "adapters/linux/devices/udev_devices.hpp"
@@ -74,25 +77,28 @@ class LiveScenario {
     write(0, frames_.first(reader_.contacts(), 0).touches);
   }
 
-  /// False when the device is gone.
+  /// Waits for events; false when the device is gone or was interrupted.
   bool readFrames() {
     std::array<input_event, 64> events;
-    std::size_t count = 0;
-    const auto result = node_.read(events, count);
-    for (std::size_t i = 0; i < count; ++i) handle(events[i]);
-    return result != SurfaceNode::ReadResult::gone;
+    const std::size_t count = node_.read(events);
+    for (std::size_t i = 0; i < count; ++i) {
+      // What is fetched after a loss is newer than the rest of these events.
+      if (handle(events[i]) == ContactReader::Step::resynchronise) break;
+    }
+    return count > 0;
   }
 
  private:
-  void handle(const input_event& event) {
+  ContactReader::Step handle(const input_event& event) {
     const auto step = reader_.handle(event);
-    if (step == ContactReader::Step::nothing) return;
+    if (step == ContactReader::Step::nothing) return step;
     if (step == ContactReader::Step::resynchronise) node_.synchronise(reader_, model_.slots);
     const double time = seconds(event);
     if (!start_) start_ = time - kBeforeFirstTouch;
     if (const auto frame = frames_.next(reader_.contacts(), time)) {
       write(time - *start_, frame->touches);
     }
+    return step;
   }
 
   void write(double time, std::span<const MTTouch> touches) {
@@ -107,14 +113,43 @@ class LiveScenario {
   std::optional<double> start_;
 };
 
-Descriptor interruptDescriptor() {
-  sigset_t interrupts;
-  sigemptyset(&interrupts);
-  sigaddset(&interrupts, SIGINT);
-  sigaddset(&interrupts, SIGTERM);
-  sigprocmask(SIG_BLOCK, &interrupts, nullptr);
-  return Descriptor(::signalfd(-1, &interrupts, SFD_CLOEXEC));
-}
+// Waits for an interrupt on a thread of its own and then ends the node's reading.
+class InterruptsEndReading {
+ public:
+  explicit InterruptsEndReading(SurfaceNode& node) : node_(node) {
+    sigset_t interrupts;
+    sigemptyset(&interrupts);
+    sigaddset(&interrupts, SIGINT);
+    sigaddset(&interrupts, SIGTERM);
+    sigprocmask(SIG_BLOCK, &interrupts, nullptr);
+    signals_ = Descriptor(::signalfd(-1, &interrupts, SFD_CLOEXEC));
+    thread_ = std::thread([this] { wait(); });
+  }
+  ~InterruptsEndReading() {
+    ::eventfd_write(over_.get(), 1);
+    thread_.join();
+  }
+  InterruptsEndReading(const InterruptsEndReading&) = delete;
+  InterruptsEndReading& operator=(const InterruptsEndReading&) = delete;
+  [[nodiscard]] bool interrupted() const { return interrupted_; }
+
+ private:
+  void wait() {
+    std::array<pollfd, 2> waiting = {{{.fd = signals_.get(), .events = POLLIN, .revents = 0},
+                                      {.fd = over_.get(), .events = POLLIN, .revents = 0}}};
+    while (::poll(waiting.data(), waiting.size(), -1) < 0) {
+    }
+    if (waiting[1].revents != 0) return;
+    interrupted_ = true;
+    node_.interrupt();
+  }
+
+  SurfaceNode& node_;
+  Descriptor signals_;
+  Descriptor over_{::eventfd(0, EFD_CLOEXEC)};
+  std::atomic<bool> interrupted_{false};
+  std::thread thread_;
+};
 
 bool wantsHelp(const std::vector<std::string_view>& arguments) {
   return arguments.size() == 1 && arguments[0] == "--help";
@@ -168,18 +203,12 @@ int runRecordCommand(const std::vector<std::string_view>& arguments, std::ostrea
     errors << "velotap-lab: " << arguments[0] << " is no multitouch device that may be read\n";
     return kExitFailed;
   }
-  const Descriptor interrupts = interruptDescriptor();
+  const InterruptsEndReading interrupts(*node);
   LiveScenario scenario(*node, out);
   scenario.begin();
-  std::array<pollfd, 2> waiting = {{{.fd = node->descriptor(), .events = POLLIN, .revents = 0},
-                                    {.fd = interrupts.get(), .events = POLLIN, .revents = 0}}};
-  while (out && (waiting[1].revents & POLLIN) == 0) {
-    if (::poll(waiting.data(), waiting.size(), -1) < 0) continue;
-    if (waiting[0].revents != 0 && !scenario.readFrames()) {
-      errors << "velotap-lab: the device is gone\n";
-      break;
-    }
+  while (out && scenario.readFrames()) {
   }
+  if (out && !interrupts.interrupted()) errors << "velotap-lab: the device is gone\n";
   return out.flush() ? kExitGood : kExitFailed;
 }
 

@@ -80,10 +80,19 @@ play() {
 # unplug NAME: as if the battery had run out.
 unplug() { stop "$1"; }
 
+# holds NAME NODE: whether the program has that event node open now.
+holds() {
+  local descriptor
+  for descriptor in "/proc/$(pid "$1")/fd"/*; do
+    [ "$(readlink "$descriptor")" != "$2" ] || return 0
+  done
+  return 1
+}
+
 # opened NAME NODE: until the program has that event node open.
 opened() {
   local tries=0
-  until readlink "/proc/$(pid "$1")/fd"/* | grep -qxF "$2"; do
+  until holds "$1" "$2"; do
     tries=$((tries + 1))
     [ "$tries" -lt 200 ] || { echo "$1 does not open $2"; exit 1; }
     sleep 0.05

@@ -17,8 +17,11 @@ constexpr double kTopEdge = 0.03;
 constexpr double kRestingSeconds = 0.3;
 constexpr double kRestingMm = 3;
 
-double distance(MTPoint a, MTPoint b) {
-  return std::hypot(static_cast<double>(a.x - b.x), static_cast<double>(a.y - b.y));
+// Squared, because only comparisons need it and a root is taken for every contact of every frame.
+double squaredDistance(MTPoint a, MTPoint b) {
+  const auto dx = static_cast<double>(a.x - b.x);
+  const auto dy = static_cast<double>(a.y - b.y);
+  return dx * dx + dy * dy;
 }
 
 }  // namespace
@@ -39,6 +42,7 @@ const char* refusalText(Refusal refusal) noexcept {
 
 void ContactFilter::update(const RawContacts& contacts, double time) noexcept {
   forgetLifted(contacts);
+  bool palmDown = false;
   for (const RawContact& contact : contacts) {
     const MTPoint place = model_.millimetres(contact.x, contact.y);
     Known* known = find(contact.id);
@@ -46,14 +50,16 @@ void ContactFilter::update(const RawContacts& contacts, double time) noexcept {
       known_.push({.id = contact.id,
                    .since = time,
                    .start = place,
-                   .strayed = 0,
+                   .squaredStray = 0,
                    .bornAtEdge = atEdge(contact),
                    .refusal = Refusal::none});
       known = find(contact.id);
     }
-    known->strayed = std::max(known->strayed, distance(known->start, place));
+    known->squaredStray = std::max(known->squaredStray, squaredDistance(known->start, place));
     if (known->refusal == Refusal::none) known->refusal = judge(contact, *known, time);
+    palmDown = palmDown || known->refusal == Refusal::palm;
   }
+  if (!palmDown) return;
   // After all palms of the frame are known.
   for (const RawContact& contact : contacts) {
     Known* known = find(contact.id);
@@ -71,7 +77,8 @@ Refusal ContactFilter::refusal(std::int32_t id) const noexcept {
 
 Refusal ContactFilter::judge(const RawContact& contact, const Known& known, double time) const {
   if (model_.palmMajor > 0 && contact.major >= model_.palmMajor) return Refusal::palm;
-  if (known.bornAtEdge && time - known.since > kRestingSeconds && known.strayed < kRestingMm) {
+  if (known.bornAtEdge && time - known.since > kRestingSeconds &&
+      known.squaredStray < kRestingMm * kRestingMm) {
     return Refusal::restingEdge;
   }
   return Refusal::none;
@@ -82,8 +89,8 @@ bool ContactFilter::nearPalm(const RawContact& contact, const Known& known,
   return std::any_of(contacts.begin(), contacts.end(), [&](const RawContact& other) {
     const Known* palm = find(other.id);
     return palm->refusal == Refusal::palm && std::abs(palm->since - known.since) <= kHandSeconds &&
-           distance(model_.millimetres(contact.x, contact.y),
-                    model_.millimetres(other.x, other.y)) <= kHandMm;
+           squaredDistance(model_.millimetres(contact.x, contact.y),
+                           model_.millimetres(other.x, other.y)) <= kHandMm * kHandMm;
   });
 }
 

@@ -37,9 +37,9 @@ class ContactFilter {
  private:
   struct Known {
     std::int32_t id;
-    double since;    // when it came down
-    MTPoint start;   // millimetres
-    double strayed;  // the farthest it got from there, millimetres
+    double since;         // when it came down
+    MTPoint start;        // millimetres
+    double squaredStray;  // the farthest it got from there, square millimetres
     bool bornAtEdge;
     Refusal refusal;
   };

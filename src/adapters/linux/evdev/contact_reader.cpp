@@ -125,8 +125,10 @@ std::int32_t ContactReader::anonymousId(const RawContact& contact, std::uint32_t
   std::size_t best = kMaxContacts;
   for (std::size_t i = 0; i < std::min(usedSlots_, kMaxContacts); ++i) {
     if ((taken >> i & 1U) != 0) continue;
-    const double distance = std::hypot((contact.x - slots_[i].x) / model_.unitsPerMmX,
-                                       (contact.y - slots_[i].y) / model_.unitsPerMmY);
+    // In double precision: a device may report any two integers, however far apart.
+    const double dx = static_cast<double>(contact.x) - slots_[i].x;
+    const double dy = static_cast<double>(contact.y) - slots_[i].y;
+    const double distance = std::hypot(dx / model_.unitsPerMmX, dy / model_.unitsPerMmY);
     if (distance < nearest) {
       nearest = distance;
       best = i;
@@ -149,13 +151,16 @@ RawContacts ContactReader::contacts() const noexcept {
   return contacts;
 }
 
-// They follow the first contact that is placed, so that fingers at rest stay at rest.
+// They stay in the middle: beside a finger that lifts or a corner that jumps they would seem to
+// move, and a tap would be taken for a stroke.
 void ContactReader::addUnseenFingers(RawContacts& contacts) const noexcept {
   if (contacts.empty()) return;
   const RawContact seen = contacts[0];
   const auto counted = static_cast<std::size_t>(fingersOf(tools_));
   for (std::size_t n = contacts.size(); n < counted; ++n) {
     RawContact unseen = seen;
+    unseen.x = static_cast<std::int32_t>(model_.minX + model_.width / 2);
+    unseen.y = static_cast<std::int32_t>(model_.minY + model_.height / 2);
     unseen.id = kUnseenIds + static_cast<std::int32_t>(n);
     contacts.push(unseen);
   }

@@ -141,8 +141,7 @@ SurfaceModel surfaceModel(const EvdevDevice& device) {
   const AxisInfo* slot = axis(device, ABS_MT_SLOT);
   model.protocol = slot != nullptr ? ContactProtocol::slots : ContactProtocol::anonymous;
   // A device may claim any number; nobody has this many fingers.
-  model.slots = slot != nullptr ? std::clamp(slot->maximum + 1, 1, 64) : 0;
-  model.boundingBoxOnly = device.properties[INPUT_PROP_SEMI_MT];
+  model.slots = slot != nullptr ? std::clamp(slot->maximum, 0, 63) + 1 : 0;
   model.countsWithTools = device.keys[BTN_TOOL_DOUBLETAP];
   measureSurface(device, model);
   measureFingers(device, model);

@@ -20,7 +20,6 @@ struct SurfaceModel {
   std::int32_t familyId = 0;  ///< 112 for Magic Mice, 128 and up for trackpads
   bool builtIn = false;
   ContactProtocol protocol = ContactProtocol::slots;
-  bool boundingBoxOnly = false;  ///< two contacts at most, and they are corners
   bool countsWithTools = false;  ///< BTN_TOOL_* tell how many fingers there really are
   int slots = 0;
 

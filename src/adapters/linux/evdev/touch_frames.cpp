@@ -15,6 +15,10 @@ constexpr double kShortestInterval = 0.004;
 // After a longer pause the finger's way is not known, so neither is its speed.
 constexpr double kLongestInterval = 0.1;
 
+// No tap of fewer fingers means anything, and none that lasts longer than the settings allow.
+constexpr std::size_t kFewestThatTap = 3;
+constexpr double kLongestTap = 2;
+
 float relativeSize(std::int32_t raw, double fingertip) {
   // A device that does not report sizes reports nothing but fingertips.
   return fingertip > 0 ? static_cast<float>(raw / fingertip) : 1.0F;
@@ -45,19 +49,32 @@ void TouchFrames::clear() noexcept {
   filter_.clear();
   touches_.clear();
   previous_.clear();
+  sessionTouches_ = 0;
 }
 
 void TouchFrames::build(const RawContacts& contacts, double time) noexcept {
   filter_.update(contacts, time);
   touches_.clear();
   for (const RawContact& contact : contacts) {
-    if (filter_.refusal(contact.id) == Refusal::none) touches_.push(record(contact, time));
+    if (isTold(contact.id, time)) touches_.push(record(contact, time));
   }
+  noteSession(time);
   previous_.clear();
   for (const MTTouch& touch : touches_) {
     previous_.push({touch.identifier, touch.position, touch.velocity});
   }
   previousTime_ = time;
+}
+
+void TouchFrames::noteSession(double time) noexcept {
+  if (sessionTouches_ == 0) sessionStart_ = time;
+  sessionTouches_ = touches_.empty() ? 0 : std::max(sessionTouches_, touches_.size());
+}
+
+bool TouchFrames::isTold(std::int32_t id, double time) const noexcept {
+  if (filter_.refusal(id) == Refusal::none) return true;
+  return previous(id) != nullptr && sessionTouches_ >= kFewestThatTap &&
+         time - sessionStart_ <= kLongestTap;
 }
 
 MTTouch TouchFrames::record(const RawContact& contact, double time) const noexcept {

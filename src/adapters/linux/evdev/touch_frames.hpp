@@ -1,7 +1,11 @@
 // Turns contacts into the records of a frame: normalised, y upwards, with velocities and sizes.
 //
 // One frame in, at most one out: nothing while nothing is down, and one empty frame when the last
-// finger lifted. Pure but for what it remembers of the frame before; no allocation; one thread.
+// finger lifted. Contacts that the filter refuses are not in the frame. One that it refuses only
+// after the contact was told of is taken back at once as long as that cannot look like the end of
+// a tap; else it is told of until it lifts, or until no tap could have lasted so long.
+//
+// Pure but for what it remembers of the frame before; no allocation; one thread.
 #pragma once
 
 #include <cstdint>
@@ -42,6 +46,8 @@ class TouchFrames {
     MTPoint velocity;
   };
   void build(const RawContacts& contacts, double time) noexcept;
+  void noteSession(double time) noexcept;
+  [[nodiscard]] bool isTold(std::int32_t id, double time) const noexcept;
   [[nodiscard]] MTTouch record(const RawContact& contact, double time) const noexcept;
   [[nodiscard]] const Previous* previous(std::int32_t id) const noexcept;
   [[nodiscard]] TouchFrame frame(double time) noexcept;
@@ -51,6 +57,8 @@ class TouchFrames {
   FixedVector<MTTouch, kMaxContacts> touches_;
   FixedVector<Previous, kMaxContacts> previous_;
   double previousTime_ = 0;
+  double sessionStart_ = 0;         // when the first of the touches that are told came down
+  std::size_t sessionTouches_ = 0;  // the most that were told of at once since then
   std::int32_t number_ = 0;
 };
 

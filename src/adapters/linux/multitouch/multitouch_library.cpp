@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "adapters/linux/devices/udev_devices.hpp"
-#include "adapters/linux/multitouch/surface_hub.hpp"
+#include "adapters/linux/multitouch/surface.hpp"
 #include "platform/multitouch_abi.hpp"
 
 #define VELOTAP_EXPORT extern "C" __attribute__((visibility("default")))
@@ -20,7 +20,6 @@ namespace {
 using velotap::MTDevice;
 using velotap::MTDeviceArray;
 using velotap::Surface;
-using velotap::SurfaceHub;
 
 // What callers hold pointers to.
 class Object {
@@ -44,7 +43,9 @@ class Device final : public Object {
     // As the pointer that the interface hands out.
     surface->setOwner(static_cast<Object*>(this));
   }
-  ~Device() override { SurfaceHub::shared().stop(surface); }
+  // Stopped rather than just let go: the surface's thread may hold it a moment longer, and its
+  // callback must not be given a device that is gone.
+  ~Device() override { surface->stop(); }
   const std::shared_ptr<Surface> surface;
 };
 
@@ -88,11 +89,11 @@ VELOTAP_EXPORT void MTUnregisterContactFrameCallback(MTDevice handle,
 }
 
 VELOTAP_EXPORT std::int32_t MTDeviceStart(MTDevice handle, std::int32_t /*flags*/) {
-  return SurfaceHub::shared().start(device(handle).surface);
+  return device(handle).surface->start();
 }
 
 VELOTAP_EXPORT void MTDeviceStop(MTDevice handle) {
-  SurfaceHub::shared().stop(device(handle).surface);
+  device(handle).surface->stop();
 }
 
 VELOTAP_EXPORT void MTDeviceRelease(MTDevice handle) {

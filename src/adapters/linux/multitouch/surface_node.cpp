@@ -2,16 +2,17 @@
 
 #include <fcntl.h>
 #include <libevdev/libevdev.h>
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <bitset>
 #include <cerrno>
 #include <ctime>
 #include <utility>
-#include <vector>
 
 namespace velotap {
 namespace {
@@ -26,30 +27,39 @@ std::string text(const char* value) {
   return value != nullptr ? value : "";
 }
 
-// Everything that is not about contacts is left out of our copy of the stream: a mouse that only
-// moves its pointer or turns its wheel then wakes nobody here.
+// Everything that is not in the set is left out of our copy of the stream: a mouse that only moves
+// its pointer or turns its wheel then wakes nobody here.
 template <std::size_t Bits>
 void listenOnlyTo(int fd, unsigned type, const std::bitset<Bits>& codes) {
-  std::array<std::uint8_t, (Bits + 7) / 8> bytes{};
+  // The kernel takes whole words only.
+  std::array<std::uint64_t, (Bits + 63) / 64> words{};
   for (std::size_t i = 0; i < Bits; ++i) {
-    if (codes[i]) bytes[i / 8] = static_cast<std::uint8_t>(bytes[i / 8] | 1U << (i % 8));
+    if (codes[i]) words[i / 64] |= std::uint64_t{1} << (i % 64);
   }
   input_mask mask{};
   mask.type = type;
-  mask.codes_size = static_cast<std::uint32_t>(bytes.size());
-  mask.codes_ptr = reinterpret_cast<std::uintptr_t>(bytes.data());
+  mask.codes_size = sizeof words;
+  mask.codes_ptr = reinterpret_cast<std::uintptr_t>(words.data());
   ::ioctl(fd, EVIOCSMASK, &mask);  // an old kernel wakes us more often; nothing else is lost
 }
 
-void setUpMasks(int fd) {
+void setAttention(int fd, SurfaceNode::Attention attention) {
   std::bitset<ABS_CNT> axes;
-  for (const int axis : kContactAxes) axes.set(static_cast<std::size_t>(axis));
+  axes.set(ABS_MT_SLOT);
+  axes.set(ABS_MT_TRACKING_ID);
+  if (attention == SurfaceNode::Attention::everything) {
+    for (const int axis : kContactAxes) axes.set(static_cast<std::size_t>(axis));
+  }
+  listenOnlyTo(fd, EV_ABS, axes);
+}
+
+void setUpMasks(int fd) {
   std::bitset<KEY_CNT> keys;
   for (const int tool : kFingerTools) keys.set(static_cast<std::size_t>(tool));
-  listenOnlyTo(fd, EV_ABS, axes);
   listenOnlyTo(fd, EV_KEY, keys);
   listenOnlyTo(fd, EV_REL, std::bitset<REL_CNT>());
   listenOnlyTo(fd, EV_MSC, std::bitset<MSC_CNT>());
+  setAttention(fd, SurfaceNode::Attention::everything);
 }
 
 // The driver's fuzz swallows small movements and makes steady ones uneven.
@@ -71,11 +81,10 @@ class EvdevNode final : public SurfaceNode {
   EvdevNode& operator=(const EvdevNode&) = delete;
 
   [[nodiscard]] const EvdevDevice& description() const override { return description_; }
-  [[nodiscard]] int descriptor() const override { return fd_; }
 
   [[nodiscard]] bool open() override {
     if (fd_ >= 0) return true;
-    fd_ = ::open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    fd_ = ::open(path_.c_str(), O_RDONLY | O_CLOEXEC);
     if (fd_ < 0) return false;
     int clock = CLOCK_MONOTONIC;
     ::ioctl(fd_, EVIOCSCLOCKID, &clock);
@@ -85,40 +94,73 @@ class EvdevNode final : public SurfaceNode {
   }
 
   void close() override {
-    if (fd_ >= 0) ::close(std::exchange(fd_, -1));
+    if (const int fd = fd_.exchange(-1); fd >= 0) ::close(fd);
   }
 
-  [[nodiscard]] ReadResult read(std::span<input_event> events, std::size_t& count) override {
-    count = 0;
-    const ssize_t n = ::read(fd_, events.data(), events.size_bytes());
-    if (n > 0) {
-      count = static_cast<std::size_t>(n) / sizeof(input_event);
-      return ReadResult::events;
+  [[nodiscard]] std::size_t read(std::span<input_event> events) override {
+    while (true) {
+      const ssize_t n = ::read(fd_, events.data(), events.size_bytes());
+      if (n > 0) return static_cast<std::size_t>(n) / sizeof(input_event);
+      if (n == 0 || errno != EINTR) return 0;
     }
-    return n < 0 && (errno == EAGAIN || errno == EINTR) ? ReadResult::nothing : ReadResult::gone;
   }
+
+  // Taking our own access away is the one thing that ends a read of an event node from outside.
+  void interrupt() override {
+    if (fd_ >= 0) ::ioctl(fd_, EVIOCREVOKE, nullptr);
+  }
+
+  void listen(Attention attention) override { setAttention(fd_, attention); }
 
   void synchronise(ContactReader& reader, int slots) override {
-    std::vector<RawContact> contacts(static_cast<std::size_t>(std::max(slots, 0)));
+    const auto count = static_cast<std::size_t>(std::clamp(slots, 0, kMostSlots));
+    std::array<RawContact, kMostSlots> contacts;
+    input_absinfo slot{};
+    // Events that wait are older than what is fetched, and name slots by the order in which they
+    // were sent: they are dropped, and the truth is fetched again if more came meanwhile.
+    constexpr int kTries = 4;
+    for (int i = 0; i < kTries && (i == 0 || eventsWait()); ++i) {
+      dropWaitingEvents();
+      contacts.fill(RawContact());
+      slot = {};
+      ::ioctl(fd_, EVIOCGABS(ABS_MT_SLOT), &slot);
+      fetchSlots({contacts.data(), count});
+    }
+    reader.setSlots({contacts.data(), count}, slot.value, fingersByTools());
+  }
+
+ private:
+  static constexpr int kMostSlots = 64;
+
+  [[nodiscard]] bool eventsWait() const {
+    pollfd waiting = {.fd = fd_, .events = POLLIN, .revents = 0};
+    return ::poll(&waiting, 1, 0) > 0 && (waiting.revents & POLLIN) != 0;
+  }
+
+  void dropWaitingEvents() {
+    std::array<input_event, 64> events;
+    // As many as a device can queue; one that sends faster than it is read does not keep us here.
+    for (int i = 0; i < 256 && eventsWait(); ++i) {
+      if (read(events) == 0) return;
+    }
+  }
+
+  void fetchSlots(std::span<RawContact> contacts) const {
     fetch(ABS_MT_TRACKING_ID, contacts, &RawContact::id);
     fetch(ABS_MT_POSITION_X, contacts, &RawContact::x);
     fetch(ABS_MT_POSITION_Y, contacts, &RawContact::y);
     fetch(ABS_MT_TOUCH_MAJOR, contacts, &RawContact::major);
     fetch(ABS_MT_TOUCH_MINOR, contacts, &RawContact::minor);
     fetch(ABS_MT_PRESSURE, contacts, &RawContact::pressure);
-    input_absinfo slot{};
-    ::ioctl(fd_, EVIOCGABS(ABS_MT_SLOT), &slot);
-    reader.setSlots(contacts, slot.value, fingersByTools());
   }
 
- private:
-  void fetch(std::uint32_t code, std::vector<RawContact>& contacts,
+  void fetch(std::uint32_t code, std::span<RawContact> contacts,
              std::int32_t RawContact::*field) const {
     if (contacts.empty() || !description_.absoluteAxes[code]) return;
     // The request's first word is the axis, the answer one word for each slot behind it.
-    std::vector<std::int32_t> words(contacts.size() + 1);
+    std::array<std::int32_t, kMostSlots + 1> words{};
     words[0] = static_cast<std::int32_t>(code);
-    const std::size_t size = words.size() * sizeof(std::int32_t);
+    const std::size_t size = (contacts.size() + 1) * sizeof(std::int32_t);
     if (::ioctl(fd_, EVIOCGMTSLOTS(size), words.data()) < 0) return;
     for (std::size_t i = 0; i < contacts.size(); ++i) contacts[i].*field = words[i + 1];
   }
@@ -135,7 +177,7 @@ class EvdevNode final : public SurfaceNode {
 
   std::string path_;
   EvdevDevice description_;
-  int fd_ = -1;
+  std::atomic<int> fd_{-1};  // another thread interrupts
 };
 
 }  // namespace

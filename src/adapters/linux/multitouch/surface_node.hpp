@@ -1,8 +1,8 @@
 // One event node of a multitouch surface: opened, described, set up so that nothing but touches
 // wakes the process, and asked for its present state.
 //
-// A set of system calls behind one small class, so that the hub above it can be tested on anything
-// that yields input events. One thread at a time.
+// A set of system calls behind one small class, so that the surface above it can be tested on
+// anything that yields input events. One thread at a time.
 #pragma once
 
 #include <linux/input.h>
@@ -19,17 +19,21 @@ namespace velotap {
 
 class SurfaceNode {
  public:
-  enum class ReadResult { events, nothing, gone };
+  /// Which events are worth waking up for.
+  enum class Attention { everything, landingAndLifting };
 
   virtual ~SurfaceNode() = default;
   [[nodiscard]] virtual const EvdevDevice& description() const = 0;
-  [[nodiscard]] virtual int descriptor() const = 0;
   /// Starts the flow of events; false when the device is gone.
   [[nodiscard]] virtual bool open() = 0;
   virtual void close() = 0;
-  /// Reads what is there without waiting; `count` events were written.
-  [[nodiscard]] virtual ReadResult read(std::span<input_event> events, std::size_t& count) = 0;
-  /// Tells the reader what is down right now; nothing is when the device is gone.
+  /// Waits for events and writes them; their number, 0 when the device is gone or was interrupted.
+  [[nodiscard]] virtual std::size_t read(std::span<input_event> events) = 0;
+  /// Ends a `read` that waits, and all later ones until the node is opened again. Any thread.
+  virtual void interrupt() = 0;
+  virtual void listen(Attention attention) = 0;
+  /// Tells the reader what is down right now; nothing is when the device is gone. Events that
+  /// already wait to be read are dropped, and so must be those that were read and not yet handled.
   virtual void synchronise(ContactReader& reader, int slots) = 0;
 };
 

@@ -82,6 +82,25 @@ class Document {
   RecordingError error_;
 };
 
+// The line of the first reference to another part of the document; 0 when there is none. Nothing
+// that writes recordings uses them, and a few kilobytes of them can stand for years of events.
+int referenceLine(std::string_view text) {
+  yaml_parser_t parser;
+  if (yaml_parser_initialize(&parser) == 0) return 0;
+  yaml_parser_set_input_string(&parser, reinterpret_cast<const unsigned char*>(text.data()),
+                               text.size());
+  int line = 0;
+  for (bool over = false; !over && line == 0;) {
+    yaml_event_t event;
+    if (yaml_parser_parse(&parser, &event) == 0) break;  // the loader will say what is wrong
+    if (event.type == YAML_ALIAS_EVENT) line = static_cast<int>(event.start_mark.line) + 1;
+    over = event.type == YAML_STREAM_END_EVENT;
+    yaml_event_delete(&event);
+  }
+  yaml_parser_delete(&parser);
+  return line;
+}
+
 bool fits(std::int64_t value, std::int64_t low, std::int64_t high) {
   return low <= value && value <= high;
 }
@@ -191,6 +210,9 @@ class YamlReader {
 
 RecordingResult parseLibinputYaml(std::string_view text) {
   if (text.size() > kLongestRecording) return RecordingError{0, "the recording is too long"};
+  if (const int line = referenceLine(text); line != 0) {
+    return RecordingError{line, "a recording does not refer to parts of itself"};
+  }
   Document document(text);
   if (!document.loaded()) return document.error();
   if (document.root() == nullptr) return RecordingError{0, "the recording is empty"};

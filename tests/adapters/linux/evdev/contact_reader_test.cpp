@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <limits>
+
 #include "event_maker.hpp"
 
 namespace velotap::test {
@@ -94,6 +97,26 @@ TEST(ContactReader, fingersBeyondTheSlotsAreCountedByTheirTool) {
   EXPECT_EQ(reader.contacts().size(), 2U);
 }
 
+// The finger that nobody placed must not seem to jump when the one beside it lifts.
+TEST(ContactReader, aFingerWithoutAPlaceStaysWhereItIs) {
+  EvdevDevice device = magicTrackpad();
+  device.absoluteAxes[ABS_MT_SLOT]->maximum = 1;
+  ContactReader reader(surfaceModel(device));
+  feed(reader, contact(0, 1, -3000, -2000));
+  feed(reader, contact(1, 2, 3000, 2000));
+  feed(reader, {event(EV_KEY, BTN_TOOL_TRIPLETAP, 1), report()});
+  const RawContact before = reader.contacts()[2];
+  feed(reader, lift(0));
+  feed(reader, {report()});
+  const RawContacts after = reader.contacts();
+  ASSERT_EQ(after.size(), 3U) << "the tool still says three";
+  const auto same = std::find_if(after.begin(), after.end(),
+                                 [&](const RawContact& c) { return c.id == before.id; });
+  ASSERT_NE(same, after.end());
+  EXPECT_EQ(same->x, before.x);
+  EXPECT_EQ(same->y, before.y);
+}
+
 TEST(ContactReader, aToolWithoutContactsIsNoFinger) {
   ContactReader reader(surfaceModel(magicTrackpad()));
   feed(reader, {event(EV_KEY, BTN_TOOL_QUINTTAP, 1), report()});
@@ -127,6 +150,22 @@ TEST(ContactReader, anonymousContactsKeepTheirIdentityByPlace) {
   feed(reader, put(0, 0));
   feed(reader, {report()});
   EXPECT_NE(ids(reader.contacts())[0], before[0]);
+}
+
+TEST(ContactReader, anonymousContactsMayBeAsFarApartAsNumbersAre) {
+  EvdevDevice device = magicTrackpad();
+  device.absoluteAxes[ABS_MT_SLOT].reset();
+  device.keys.reset();
+  ContactReader reader(surfaceModel(device));
+  Ids seen;
+  for (const std::int32_t x :
+       {std::numeric_limits<std::int32_t>::max(), std::numeric_limits<std::int32_t>::min()}) {
+    feed(reader, {event(EV_ABS, ABS_MT_POSITION_X, x), event(EV_ABS, ABS_MT_POSITION_Y, x),
+                  event(EV_SYN, SYN_MT_REPORT, 0), report()});
+    ASSERT_EQ(reader.contacts().size(), 1U);
+    seen.push_back(reader.contacts()[0].id);
+  }
+  EXPECT_NE(seen[0], seen[1]) << "no finger moves that far between two frames";
 }
 
 }  // namespace

@@ -94,6 +94,39 @@ TEST_F(TouchFramesTest, refusedContactsAreNotInTheFrame) {
   EXPECT_EQ(frames_.next(frame({palm, finger(2, 3000, 2000)}), 0.2)->touches.size(), 1U);
 }
 
+RawContact palm(std::int32_t id, int x = 128) {
+  RawContact contact = finger(id, x);
+  contact.major = 1000;
+  return contact;
+}
+
+// Three parts of a hand that only then turns out to be one must not look like three fingers that
+// lift all at once.
+TEST_F(TouchFramesTest, aLateRefusalIsNotTheEndOfATap) {
+  static_cast<void>(frames_.next(frame({finger(1), finger(2), finger(3)}), 0));
+  EXPECT_EQ(frames_.next(frame({palm(1), palm(2), palm(3)}), 0.05)->touches.size(), 3U);
+  EXPECT_EQ(frames_.next(frame({palm(1), palm(2), palm(3)}), 2)->touches.size(), 3U);
+  const auto later = frames_.next(frame({palm(1), palm(2), palm(3)}), 2.001);
+  ASSERT_TRUE(later);
+  EXPECT_TRUE(later->touches.empty()) << "no tap lasts so long";
+  EXPECT_TRUE(frames_.next(frame({palm(1), palm(2), palm(3), finger(4, 3000)}), 2.2));
+}
+
+TEST_F(TouchFramesTest, aPalmAmongThreeKeepsTheirTapFromEnding) {
+  static_cast<void>(frames_.next(frame({finger(1), finger(2, 3000), finger(3, 3500)}), 0));
+  static_cast<void>(frames_.next(frame({palm(1), finger(2, 3000), finger(3, 3500)}), 0.05));
+  const auto lifted = frames_.next(frame({palm(1)}), 0.1);
+  ASSERT_TRUE(lifted);
+  EXPECT_EQ(lifted->touches.size(), 1U);
+  EXPECT_TRUE(frames_.next(frame({}), 0.5)->touches.empty());
+  EXPECT_FALSE(frames_.next(frame({palm(4)}), 0.6)) << "a new session, and not told of yet";
+}
+
+TEST_F(TouchFramesTest, whatNobodyTookForATapIsTakenBackAtOnce) {
+  static_cast<void>(frames_.next(frame({finger(1), finger(2, 3000)}), 0));
+  EXPECT_EQ(frames_.next(frame({palm(1), finger(2, 3000)}), 0.05)->touches.size(), 1U);
+}
+
 // What the kernel calls a contact, in which slot it stands and when it was recorded are accidents.
 TEST_F(TouchFramesTest, accidentsDoNotMatter) {
   const auto play = [](std::initializer_list<RawContact> a, std::initializer_list<RawContact> b,

@@ -3,6 +3,9 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <set>
+#include <string>
 #include <vector>
 
 #include "platform/multitouch_abi.hpp"
@@ -20,14 +23,22 @@ class MultitouchLibrary : public testing::Test {
   void* handle_;
 };
 
-TEST_F(MultitouchLibrary, exportsWhatTheBindingLooksUp) {
+// By the linker's own table, so that a symbol too many is seen as well as one too few.
+TEST_F(MultitouchLibrary, exportsWhatTheBindingLooksUpAndNothingElse) {
   ASSERT_NE(handle_, nullptr) << ::dlerror();
-  for (const char* name : {"MTDeviceCreateList", "MTRegisterContactFrameCallback",
-                           "MTUnregisterContactFrameCallback", "MTDeviceStart", "MTDeviceStop",
-                           "MTDeviceRelease", "MTDeviceIsBuiltIn", "MTDeviceGetFamilyID",
-                           "CFArrayGetCount", "CFArrayGetValueAtIndex", "CFRetain", "CFRelease"}) {
-    EXPECT_NE(::dlsym(handle_, name), nullptr) << name;
-  }
+  FILE* listing = ::popen(VELOTAP_NM " -D --defined-only " VELOTAP_PROVIDER_PATH, "r");
+  ASSERT_NE(listing, nullptr);
+  std::set<std::string> exported;
+  char address[64];
+  char kind[8];
+  char name[1024];
+  while (std::fscanf(listing, "%63s %7s %1023s", address, kind, name) == 3) exported.insert(name);
+  EXPECT_EQ(::pclose(listing), 0);
+  EXPECT_EQ(exported, (std::set<std::string>{"MTDeviceCreateList", "MTRegisterContactFrameCallback",
+                                             "MTUnregisterContactFrameCallback", "MTDeviceStart",
+                                             "MTDeviceStop", "MTDeviceRelease", "MTDeviceIsBuiltIn",
+                                             "MTDeviceGetFamilyID", "CFArrayGetCount",
+                                             "CFArrayGetValueAtIndex", "CFRetain", "CFRelease"}));
 }
 
 // However many devices this machine has: the list can be walked, kept from and given back.

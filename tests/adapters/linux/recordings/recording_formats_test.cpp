@@ -145,7 +145,9 @@ INSTANTIATE_TEST_SUITE_P(
                     BadCase{"ndevices: 1\ndevices: [\n", 3}, BadCase{"ndevices: 1\n", 0},
                     BadCase{"ndevices: 1\ndevices:\n- evdev:\n    absinfo:\n      53: [0,1,0,0,0]\n"
                             "  events:\n  - evdev:\n    - [1, 2, 3]\n",
-                            8}));
+                            8},
+                    // Ten lines like this could stand for more events than memory holds.
+                    BadCase{"ndevices: 1\ndevices:\n- &a\n  evdev: 1\n- *a\n", 5}));
 
 }  // namespace
 }  // namespace velotap::test
