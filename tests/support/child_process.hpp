@@ -4,7 +4,7 @@
 #pragma once
 
 #include <fcntl.h>
-#include <spawn.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -23,20 +23,17 @@ class ChildProcess {
   explicit ChildProcess(std::vector<std::string> command, int announces = -1) {
     std::array<int, 2> ends{-1, -1};
     if (pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("pipe2");
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    if (announces >= 0) posix_spawn_file_actions_adddup2(&actions, ends[1], announces);
     std::vector<char*> arguments;
     arguments.reserve(command.size() + 1);
     for (auto& word : command) arguments.push_back(word.data());
     arguments.push_back(nullptr);
-    const int error =
-        posix_spawnp(&pid_, arguments[0], &actions, nullptr, arguments.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
+    pid_ = fork();
+    if (pid_ == 0) become(arguments, ends[1], announces);
     ::close(ends[1]);
-    if (error == 0 && announces >= 0) line_ = readLine(ends[0]);
+    if (pid_ > 0 && announces >= 0) line_ = readLine(ends[0]);
     ::close(ends[0]);
-    if (error != 0) throw std::runtime_error(command[0] + " cannot be started");
+    if (pid_ < 0) throw std::runtime_error("fork");
+    if (announces >= 0 && line_.empty()) throw std::runtime_error(command[0] + " does not start");
   }
   ~ChildProcess() {
     if (pid_ > 0) {
@@ -57,6 +54,18 @@ class ChildProcess {
   }
 
  private:
+  /// In the child: only calls that are safe after a fork.
+  [[noreturn]] static void become(const std::vector<char*>& arguments, int end, int announces) {
+    // A test that is killed, or ends itself over an error, destroys nothing.
+    prctl(PR_SET_PDEATHSIG, SIGTERM);
+    if (announces == end) {
+      fcntl(end, F_SETFD, 0);
+    } else if (announces >= 0) {
+      dup2(end, announces);
+    }
+    execvp(arguments[0], arguments.data());
+    _exit(127);
+  }
   static std::string readLine(int descriptor) {
     std::string line;
     char c = 0;

@@ -40,8 +40,11 @@ class Desktop {
   Desktop(const Desktop&) = delete;
   Desktop& operator=(const Desktop&) = delete;
 
-  void set(std::string_view name, const std::vector<std::uint8_t>& values) const {
-    change(name, 8, static_cast<std::uint32_t>(values.size()), values.data());
+  void set(std::string_view name, std::vector<std::uint8_t> values) const {
+    const auto count = static_cast<std::uint32_t>(values.size());
+    // The library sends whole words.
+    values.resize((values.size() + 3) / 4 * 4);
+    change(name, 8, count, values.data());
   }
   void set(std::string_view name, const std::vector<std::uint32_t>& values) const {
     change(name, 32, static_cast<std::uint32_t>(values.size()), values.data());
