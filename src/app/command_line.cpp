@@ -35,6 +35,8 @@ std::string helpText() {
          "  VELOTAP_MULTITOUCH_LIBRARY  path of another multitouch provider\n";
 }
 
-std::string versionText() { return "velotap " VELOTAP_VERSION "\n"; }
+std::string versionText() {
+  return "velotap " VELOTAP_VERSION "\n";
+}
 
 }  // namespace velotap

@@ -33,8 +33,7 @@ void watchCallback(MTDevice, const MTTouch* touches, std::int32_t count, double,
   if (const auto line = watchLine(touches, count)) print(*line);
 }
 
-void calibrateCallback(MTDevice, const MTTouch* touches, std::int32_t count, double,
-                       std::int32_t) {
+void calibrateCallback(MTDevice, const MTTouch* touches, std::int32_t count, double, std::int32_t) {
   if (!hasContacts(touches, count)) return;
   {
     const std::lock_guard guard(calibrateLock);
@@ -44,8 +43,7 @@ void calibrateCallback(MTDevice, const MTTouch* touches, std::int32_t count, dou
 }
 
 bool has(int argc, const char* const* argv, std::string_view flag) {
-  return std::any_of(argv, argv + argc,
-                     [flag](const char* argument) { return argument == flag; });
+  return std::any_of(argv, argv + argc, [flag](const char* argument) { return argument == flag; });
 }
 
 int startAll(const std::vector<MTDevice>& devices, MTFrameCallback callback,
@@ -101,8 +99,8 @@ std::optional<std::string> calibrationDump(const MTTouch* touches, std::int32_t 
                   static_cast<double>(real));
     dump += row.data();
     if (offset % static_cast<std::int32_t>(sizeof(MTTouch)) == 0) {
-      dump += "  <- touch[" +
-              std::to_string(offset / static_cast<std::int32_t>(sizeof(MTTouch))) + "]";
+      dump +=
+          "  <- touch[" + std::to_string(offset / static_cast<std::int32_t>(sizeof(MTTouch))) + "]";
     }
   }
   return dump;

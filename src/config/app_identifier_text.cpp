@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <vector>
+
+#include "base/utf8.hpp"
 
 namespace velotap {
 namespace {
@@ -28,8 +29,8 @@ constexpr std::array kControlRanges = {
     CodeRange{0xE0001, 0xE0001}, CodeRange{0xE0020, 0xE007F},
 };
 
-// White space and line ends, and the zero-width space, which the reference character set for
-// trimming counts as white space too.
+// Unicode categories Zs, Zl and Zp, the line ends among the controls, and the zero-width space: a
+// list that was written on a Mac is trimmed of it there, and must read the same here.
 constexpr std::array kSpaceRanges = {
     CodeRange{0x0009, 0x000D}, CodeRange{0x0020, 0x0020}, CodeRange{0x0085, 0x0085},
     CodeRange{0x00A0, 0x00A0}, CodeRange{0x1680, 0x1680}, CodeRange{0x2000, 0x200B},
@@ -50,43 +51,13 @@ struct Character {
   std::size_t end;
 };
 
-struct LeadByte {
-  std::uint8_t mask;
-  std::uint8_t pattern;
-  std::size_t length;
-  char32_t smallest;  // anything smaller should have been written shorter
-};
-constexpr std::array kLeadBytes = {
-    LeadByte{0x80, 0x00, 1, 0},
-    LeadByte{0xE0, 0xC0, 2, 0x80},
-    LeadByte{0xF0, 0xE0, 3, 0x800},
-    LeadByte{0xF8, 0xF0, 4, 0x10000},
-};
-
-std::optional<Character> decodeAt(std::string_view text, std::size_t start) {
-  const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(text[i]); };
-  for (const LeadByte& lead : kLeadBytes) {
-    if ((byte(start) & lead.mask) != lead.pattern) continue;
-    if (start + lead.length > text.size()) return std::nullopt;
-    char32_t code = byte(start) & static_cast<std::uint8_t>(~lead.mask);
-    for (std::size_t i = start + 1; i < start + lead.length; ++i) {
-      if ((byte(i) & 0xC0) != 0x80) return std::nullopt;
-      code = code << 6 | (byte(i) & 0x3FU);
-    }
-    const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
-    if (code < lead.smallest || code > 0x10FFFF || surrogate) return std::nullopt;
-    return Character{code, start, start + lead.length};
-  }
-  return std::nullopt;
-}
-
 std::optional<std::vector<Character>> decode(std::string_view text) {
   std::vector<Character> characters;
   for (std::size_t i = 0; i < text.size();) {
-    const auto character = decodeAt(text, i);
+    const auto character = utf8CharacterAt(text, i);
     if (!character) return std::nullopt;
-    characters.push_back(*character);
-    i = character->end;
+    characters.push_back({character->code, i, i + character->length});
+    i = characters.back().end;
   }
   return characters;
 }

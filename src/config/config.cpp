@@ -1,35 +1,23 @@
 #include "config/config.hpp"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
 #include <cstdlib>
 
 #include "config/app_identifier_text.hpp"
+#include "config/settings_keys.hpp"
 #include "platform/platform.hpp"
 
 namespace velotap {
 namespace {
 
-constexpr std::uint32_t kEnabledBit = 1;
-constexpr std::uint32_t triggerBit(std::size_t trigger) {
-  return 2U << trigger;
+const SettingRow& row(std::string_view key) {
+  return *findSetting(key);
 }
 
-constexpr double kFactoryTapDurationMs = 300;
-constexpr double kFactoryTapDrift = 0.05;
-constexpr double kFactoryPinchSensitivity = 1.0;
-constexpr CenterBand kFactoryBand;
-constexpr double kFactoryMinX = 0.35;
-constexpr double kFactoryMaxX = 0.65;
-
-double clampedOr(double value, double lowest, double highest, double fallback) {
-  return std::isfinite(value) ? std::clamp(value, lowest, highest) : fallback;
-}
-
-std::uint64_t packed(CenterBand band) {
-  return std::uint64_t{std::bit_cast<std::uint32_t>(band.lower)} << 32 |
-         std::bit_cast<std::uint32_t>(band.upper);
+CenterBand factoryBand() {
+  return {static_cast<float>(row(keys::kCenterMinX).factoryNumber),
+          static_cast<float>(row(keys::kCenterMaxX).factoryNumber)};
 }
 
 }  // namespace
@@ -46,54 +34,26 @@ Config& Config::shared() {
   return instance;
 }
 
-bool Config::enabled() const noexcept {
-  return (switches_.load(std::memory_order_relaxed) & kEnabledBit) != 0;
-}
-
-bool Config::isOn(Trigger trigger) const noexcept {
-  return (switches_.load(std::memory_order_relaxed) &
-          triggerBit(static_cast<std::size_t>(trigger))) != 0;
-}
-
-double Config::maxTapDuration() const noexcept {
-  return maxTapDuration_.load(std::memory_order_relaxed);
-}
-
-double Config::maxTapDrift() const noexcept {
-  return maxTapDrift_.load(std::memory_order_relaxed);
-}
-
-double Config::pinchSensitivity() const noexcept {
-  return pinchSensitivity_.load(std::memory_order_relaxed);
-}
-
-CenterBand Config::centerBand() const noexcept {
-  const std::uint64_t bits = centerBand_.load(std::memory_order_relaxed);
-  return {std::bit_cast<float>(static_cast<std::uint32_t>(bits >> 32)),
-          std::bit_cast<float>(static_cast<std::uint32_t>(bits))};
-}
-
 void Config::refresh() {
-  std::uint32_t switches = defaults_.boolean("enabled") ? kEnabledBit : 0;
+  std::uint32_t switches = defaults_.boolean(keys::kEnabled) ? kEnabledBit : 0;
   for (std::size_t i = 0; i < kTriggerCount; ++i) {
     if (defaults_.boolean(triggerTable()[i].key)) switches |= triggerBit(i);
   }
   switches_.store(switches, std::memory_order_relaxed);
-  maxTapDuration_.store(clampedOr(number("maxTapDurationMs", kFactoryTapDurationMs) / 1000, 0.05,
-                                  2.0, kFactoryTapDurationMs / 1000),
-                        std::memory_order_relaxed);
-  maxTapDrift_.store(clampedOr(number("maxTapDrift", kFactoryTapDrift), 0.0, 1.0, kFactoryTapDrift),
+  maxTapDuration_.store(
+      inRange(row(keys::kMaxTapDurationMs), number(keys::kMaxTapDurationMs)) / 1000,
+      std::memory_order_relaxed);
+  maxTapDrift_.store(inRange(row(keys::kMaxTapDrift), number(keys::kMaxTapDrift)),
                      std::memory_order_relaxed);
-  pinchSensitivity_.store(clampedOr(number("pinchSensitivity", kFactoryPinchSensitivity), 0.1, 5.0,
-                                    kFactoryPinchSensitivity),
+  pinchSensitivity_.store(inRange(row(keys::kPinchSensitivity), number(keys::kPinchSensitivity)),
                           std::memory_order_relaxed);
-  centerBand_.store(packed(validatedCenterBand(number("centerMinX", kFactoryMinX),
-                                               number("centerMaxX", kFactoryMaxX))),
-                    std::memory_order_relaxed);
+  centerBand_.store(
+      packed(validatedCenterBand(number(keys::kCenterMinX), number(keys::kCenterMaxX))),
+      std::memory_order_relaxed);
 }
 
-double Config::number(std::string_view key, double fallback) const {
-  return storedNumber(defaults_.object(key), fallback);
+double Config::number(std::string_view key) const {
+  return storedNumber(defaults_.object(key), row(key).factoryNumber);
 }
 
 double Config::storedNumber(const std::optional<Value>& object, double fallback) {
@@ -104,27 +64,27 @@ double Config::storedNumber(const std::optional<Value>& object, double fallback)
 }
 
 CenterBand Config::validatedCenterBand(double minimum, double maximum) {
-  if (!std::isfinite(minimum) || !std::isfinite(maximum)) return kFactoryBand;
-  const double lower = std::clamp(minimum, 0.0, 1.0);
-  const double upper = std::clamp(maximum, 0.0, 1.0);
-  if (lower > upper) return kFactoryBand;
+  if (!std::isfinite(minimum) || !std::isfinite(maximum)) return factoryBand();
+  const double lower = inRange(row(keys::kCenterMinX), minimum);
+  const double upper = inRange(row(keys::kCenterMaxX), maximum);
+  if (lower > upper) return factoryBand();
   return {static_cast<float>(lower), static_cast<float>(upper)};
 }
 
 std::vector<std::string> Config::ignoredApps() const {
-  return defaults_.texts("ignoredApps");
+  return defaults_.texts(keys::kIgnoredApps);
 }
 
 void Config::setIgnoredApps(const std::vector<std::string>& ids) {
-  setList("ignoredApps", ids);
+  setList(keys::kIgnoredApps, ids);
 }
 
 std::vector<std::string> Config::keystrokeZoomApps() const {
-  return defaults_.texts("keystrokeZoomApps");
+  return defaults_.texts(keys::kKeystrokeZoomApps);
 }
 
 void Config::setKeystrokeZoomApps(const std::vector<std::string>& ids) {
-  setList("keystrokeZoomApps", ids);
+  setList(keys::kKeystrokeZoomApps, ids);
 }
 
 void Config::setList(std::string_view key, const std::vector<std::string>& ids) {
@@ -146,16 +106,20 @@ std::vector<std::string> Config::normalizedAppIDs(const std::vector<std::string>
 const std::array<bool, kTriggerCount>& Config::triggerDefaults() {
   static const std::array<bool, kTriggerCount> defaults = [] {
     std::array<bool, kTriggerCount> states{};
-    for (std::size_t i = 0; i < kTriggerCount; ++i) states[i] = triggerTable()[i].factory != 0;
+    for (std::size_t i = 0; i < kTriggerCount; ++i)
+      states[i] = triggerTable()[i].factoryNumber != 0;
     return states;
   }();
   return defaults;
 }
 
 bool Config::debug() {
-  static const bool asked =
-      std::getenv("VELOTAP_DEBUG") != nullptr || std::getenv("QUILLON_DEBUG") != nullptr;
+  static const bool asked = debugAsked([](const char* name) { return std::getenv(name); });
   return asked;
+}
+
+bool Config::debugAsked(const std::function<const char*(const char*)>& lookUp) {
+  return lookUp("VELOTAP_DEBUG") != nullptr || lookUp("QUILLON_DEBUG") != nullptr;
 }
 
 }  // namespace velotap

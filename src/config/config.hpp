@@ -9,7 +9,9 @@
 
 #include <array>
 #include <atomic>
+#include <bit>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -42,15 +44,25 @@ class Config {
   [[nodiscard]] static Config& shared();
 
   /// The master switch.
-  [[nodiscard]] bool enabled() const noexcept;
-  [[nodiscard]] bool isOn(Trigger trigger) const noexcept;
+  [[nodiscard]] bool enabled() const noexcept { return (switches() & kEnabledBit) != 0; }
+  [[nodiscard]] bool isOn(Trigger trigger) const noexcept {
+    return (switches() & triggerBit(static_cast<std::size_t>(trigger))) != 0;
+  }
   /// Seconds, 0.05 to 2.0.
-  [[nodiscard]] double maxTapDuration() const noexcept;
+  [[nodiscard]] double maxTapDuration() const noexcept {
+    return maxTapDuration_.load(std::memory_order_relaxed);
+  }
   /// Normalised units, 0 to 1.
-  [[nodiscard]] double maxTapDrift() const noexcept;
+  [[nodiscard]] double maxTapDrift() const noexcept {
+    return maxTapDrift_.load(std::memory_order_relaxed);
+  }
   /// Factor, 0.1 to 5.
-  [[nodiscard]] double pinchSensitivity() const noexcept;
-  [[nodiscard]] CenterBand centerBand() const noexcept;
+  [[nodiscard]] double pinchSensitivity() const noexcept {
+    return pinchSensitivity_.load(std::memory_order_relaxed);
+  }
+  [[nodiscard]] CenterBand centerBand() const noexcept {
+    return unpacked(centerBand_.load(std::memory_order_relaxed));
+  }
 
   [[nodiscard]] std::vector<std::string> ignoredApps() const;
   void setIgnoredApps(const std::vector<std::string>& ids);
@@ -78,11 +90,27 @@ class Config {
   /// Whether somebody asked for diagnostic lines: "VELOTAP_DEBUG" or "QUILLON_DEBUG" is present in
   /// the environment, with whatever value. Settled at first use.
   [[nodiscard]] static bool debug();
+  /// The same asked of any environment; `lookUp` answers like std::getenv.
+  [[nodiscard]] static bool debugAsked(const std::function<const char*(const char*)>& lookUp);
 
  private:
+  static constexpr std::uint32_t kEnabledBit = 1;
+  static constexpr std::uint32_t triggerBit(std::size_t trigger) noexcept { return 2U << trigger; }
+  static constexpr std::uint64_t packed(CenterBand band) noexcept {
+    return std::uint64_t{std::bit_cast<std::uint32_t>(band.lower)} << 32U |
+           std::bit_cast<std::uint32_t>(band.upper);
+  }
+  static constexpr CenterBand unpacked(std::uint64_t bits) noexcept {
+    return {std::bit_cast<float>(static_cast<std::uint32_t>(bits >> 32U)),
+            std::bit_cast<float>(static_cast<std::uint32_t>(bits))};
+  }
+  [[nodiscard]] std::uint32_t switches() const noexcept {
+    return switches_.load(std::memory_order_relaxed);
+  }
+
   void refresh();
   void setList(std::string_view key, const std::vector<std::string>& ids);
-  [[nodiscard]] double number(std::string_view key, double fallback) const;
+  [[nodiscard]] double number(std::string_view key) const;
 
   DefaultsStore& defaults_;
   NotificationCenter& notifications_;

@@ -3,6 +3,8 @@
 #include <array>
 #include <utility>
 
+#include "config/settings_keys.hpp"
+
 namespace velotap {
 namespace {
 
@@ -18,13 +20,13 @@ constexpr std::string_view kTrackpadPane = "com.apple.preference.trackpad";
 constexpr std::string_view kMousePane = "com.apple.preference.mouse";
 
 constexpr std::array kRules = {
-    Rule{"padTap3", "TrackpadThreeFingerTapGesture", kTrackpadDomains,
+    Rule{keys::kPadTap3, "TrackpadThreeFingerTapGesture", kTrackpadDomains,
          "conflict.trackpad-three-finger-tap", kTrackpadPane},
-    Rule{"mousePinchZoom", "MouseTwoFingerHorizSwipeGesture", kMouseDomains,
+    Rule{keys::kMousePinchZoom, "MouseTwoFingerHorizSwipeGesture", kMouseDomains,
          "conflict.mouse-two-finger-swipe", kMousePane},
-    Rule{"mouseClick2", "MouseTwoFingerHorizSwipeGesture", kMouseDomains,
+    Rule{keys::kMouseClick2, "MouseTwoFingerHorizSwipeGesture", kMouseDomains,
          "conflict.mouse-two-finger-swipe", kMousePane},
-    Rule{"mouseSwipe3Nav", "", {}, "conflict.mouse-three-finger-swipe", kMousePane},
+    Rule{keys::kMouseSwipe3Nav, "", {}, "conflict.mouse-three-finger-swipe", kMousePane},
 };
 
 constexpr int kOpenSettingsButton = 1;
@@ -42,7 +44,7 @@ ConflictChecker::ConflictChecker(SystemPreferences& system, DefaultsStore& defau
 void ConflictChecker::checkAfterEnabling(std::string_view gestureKey) {
   const auto found = warning(gestureKey);
   if (!found) return;
-  const std::string warned = "conflictWarned." + std::string(gestureKey);
+  const std::string warned = keys::conflictWarned(gestureKey);
   if (defaults_.boolean(warned)) return;
   defaults_.set(warned, true);
   queue_.async([this, warning = *found] {

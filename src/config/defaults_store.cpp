@@ -1,12 +1,16 @@
 #include "config/defaults_store.hpp"
 
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
+#include "base/utf8.hpp"
 #include "platform/platform.hpp"
 
 namespace velotap {
 namespace {
 
+// Blanks, a sign and zeros are skipped; what follows decides by its first character.
 bool textReadsTrue(std::string_view text) noexcept {
   const std::size_t start = text.find_first_not_of(" \t\r\n");
   if (start == std::string_view::npos) return false;
@@ -25,6 +29,20 @@ bool booleanReading(const Value& value) noexcept {
   if (const double* real = value.real()) return *real != 0;
   if (const std::string* text = value.text()) return textReadsTrue(*text);
   return false;
+}
+
+bool isStorable(const Value& value) {
+  if (const double* real = value.real()) return std::isfinite(*real);
+  if (const std::string* text = value.text()) return isUtf8(*text);
+  if (const ValueArray* array = value.array()) {
+    return std::all_of(array->begin(), array->end(), isStorable);
+  }
+  if (const ValueMap* map = value.map()) {
+    return std::all_of(map->begin(), map->end(), [](const auto& entry) {
+      return isUtf8(entry.first) && isStorable(entry.second);
+    });
+  }
+  return true;
 }
 
 DefaultsStore::DefaultsStore(PreferencesStorage& storage, DiagnosticLog& log,
@@ -70,25 +88,56 @@ std::vector<std::string> DefaultsStore::texts(std::string_view key) const {
 }
 
 bool DefaultsStore::set(std::string_view key, Value value) {
-  return write(
-      [&](ValueMap& stored) { stored.insert_or_assign(std::string(key), std::move(value)); });
+  if (!isUtf8(key) || !isStorable(value)) {
+    say("a value that no settings file can hold was refused");
+    return false;
+  }
+  return write(key, std::move(value));
 }
 
 bool DefaultsStore::remove(std::string_view key) {
-  return write([&](ValueMap& stored) { stored.erase(std::string(key)); });
+  return write(key, std::nullopt);
 }
 
-bool DefaultsStore::write(const std::function<void(ValueMap&)>& change) {
+bool DefaultsStore::write(std::string_view key, std::optional<Value> value) {
+  unwritten_.insert_or_assign(std::string(key), std::move(value));
   ValueMap values;
   {
     const std::lock_guard guard(lock_);
-    change(stored_);
+    apply(unwritten_, stored_);
     values = stored_;
   }
+  // The storage may tell of other writers' changes meanwhile, and whoever hears of them may write.
+  const Changes attempt = unwritten_;
   const bool written = storage_.store(domain_, values);
-  if (!written && log_.enabled()) log_.line("settings could not be written");
+  if (written) {
+    forget(attempt);
+  } else {
+    say("settings could not be written");
+  }
   changes_.notify();
   return written;
+}
+
+void DefaultsStore::apply(const Changes& changes, ValueMap& values) {
+  for (const auto& [key, value] : changes) {
+    if (value) {
+      values.insert_or_assign(key, *value);
+    } else {
+      values.erase(key);
+    }
+  }
+}
+
+void DefaultsStore::forget(const Changes& written) {
+  std::erase_if(unwritten_, [&written](const auto& change) {
+    const auto found = written.find(change.first);
+    return found != written.end() && found->second == change.second;
+  });
+}
+
+void DefaultsStore::say(std::string_view line) {
+  if (log_.enabled()) log_.line(line);
 }
 
 void DefaultsStore::registerDefaults(const ValueMap& values) {
@@ -101,6 +150,7 @@ void DefaultsStore::registerDefaults(const ValueMap& values) {
 
 void DefaultsStore::reload() {
   ValueMap values = storage_.load(domain_);
+  apply(unwritten_, values);
   {
     const std::lock_guard guard(lock_);
     stored_ = std::move(values);

@@ -1,11 +1,13 @@
 // One domain of the user's settings: what is stored, laid over what is registered.
 //
 // Reading is safe from any thread; writing belongs to the main thread. Every change, our own or
-// another writer's, is announced to the observers on the main thread. A value that could not be
-// written stays in force for this run.
+// another writer's, is announced to the observers on the main thread, before the call that made it
+// returns. A value that could not be written stays in force for this run, over other writers'
+// changes too, and is written with the next value that can be.
 #pragma once
 
 #include <functional>
+#include <map>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -42,7 +44,9 @@ class DefaultsStore {
   /// Empty unless the key holds an array of nothing but texts.
   [[nodiscard]] std::vector<std::string> texts(std::string_view key) const;
 
-  /// False when the value could not be written; it is in force all the same.
+  /// False when the value could not be written; it is in force all the same. A value that no
+  /// storage can hold (a number that is not finite, a text that is not UTF-8) is refused: false,
+  /// and nothing changes, because it would keep every later value from being written too.
   bool set(std::string_view key, Value value);
   bool remove(std::string_view key);
 
@@ -53,8 +57,14 @@ class DefaultsStore {
   [[nodiscard]] Observation observeChanges(std::function<void()> changed);
 
  private:
-  bool write(const std::function<void(ValueMap&)>& change);
+  /// What keys shall hold; nothing for a key that shall be gone.
+  using Changes = std::map<std::string, std::optional<Value>, std::less<>>;
+
+  bool write(std::string_view key, std::optional<Value> value);
   void reload();
+  void forget(const Changes& written);
+  void say(std::string_view line);
+  static void apply(const Changes& changes, ValueMap& values);
 
   PreferencesStorage& storage_;
   DiagnosticLog& log_;
@@ -62,11 +72,15 @@ class DefaultsStore {
   mutable OrderedMutex<LockRank::leaf> lock_;
   ValueMap stored_;
   ValueMap registered_;
+  Changes unwritten_;  // part of stored_; main thread
   ObserverList<> changes_;
   Observation foreignChanges_;
 };
 
 /// How a stored value reads as a boolean.
 [[nodiscard]] bool booleanReading(const Value& value) noexcept;
+
+/// Whether every storage can hold the value: all its numbers are finite, all its texts UTF-8.
+[[nodiscard]] bool isStorable(const Value& value);
 
 }  // namespace velotap

@@ -1,172 +1,88 @@
 #include "config/settings_table.hpp"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
+#include <string>
+
+#include "config/settings_keys.hpp"
 
 namespace velotap {
 namespace {
 
+using Fallback = SettingFallback;
 using Type = SettingType;
+
+constexpr SettingRow flag(std::string_view key, bool factory, std::string_view meaning) {
+  return {.key = key, .factoryNumber = factory ? 1.0 : 0.0, .meaning = meaning};
+}
+
+constexpr SettingRow number(std::string_view key, Type type, double factory, SettingRange range,
+                            std::string_view meaning) {
+  return {.key = key, .type = type, .factoryNumber = factory, .range = range, .meaning = meaning};
+}
+
+constexpr SettingRow list(std::string_view key, std::string_view meaning) {
+  return {.key = key, .type = Type::texts, .meaning = meaning};
+}
+
+constexpr SettingRow memory(std::string_view key, Type type, std::string_view meaning) {
+  return {.key = key, .type = type, .fallback = Fallback::none, .meaning = meaning};
+}
 
 constexpr std::array kTable = {
     // What the program does at all, and for whom.
-    SettingRow{"enabled",
-               Type::boolean,
-               true,
-               1,
-               {},
-               {},
-               "Master switch: gestures and click conversion are active"},
-    SettingRow{"leftClickTogglesEnabled",
-               Type::boolean,
-               true,
-               1,
-               {},
-               {},
-               "A left click on the status item toggles the master switch instead of opening the "
-               "menu"},
-    SettingRow{"hideStatusBarIcon", Type::boolean, true, 0, {}, {}, "The status item is not shown"},
-    SettingRow{"pinchSensitivity", Type::real, true, 1.0, 0.1, 5.0,
-               "Multiplier for pinch and rotation"},
-    SettingRow{"maxTapDurationMs", Type::integer, true, 300, 50, 2000,
-               "Longest touch that still counts as a tap, in milliseconds"},
-    SettingRow{"maxTapDrift", Type::real, true, 0.05, 0, 1,
-               "Farthest that a finger may stray in a tap, in parts of the surface"},
-    SettingRow{"centerMinX", Type::real, true, 0.35, 0, 1,
-               "Left edge of the centre band for the one-finger centre click"},
-    SettingRow{"centerMaxX", Type::real, true, 0.65, 0, 1,
-               "Right edge of the centre band for the one-finger centre click"},
-    SettingRow{"ignoredApps",
-               Type::texts,
-               true,
-               0,
-               {},
-               {},
-               "Identifiers of applications in which the program does nothing"},
-    SettingRow{"keystrokeZoomApps",
-               Type::texts,
-               true,
-               0,
-               {},
-               {},
-               "Identifiers of applications that get pinch zoom as keystrokes"},
+    flag(keys::kEnabled, true, "Master switch: gestures and click conversion are active"),
+    flag(keys::kLeftClickTogglesEnabled, true,
+         "A left click on the status item toggles the master switch instead of opening the menu"),
+    flag(keys::kHideStatusBarIcon, false, "The status item is not shown"),
+    number(keys::kPinchSensitivity, Type::real, 1.0, {0.1, 5.0},
+           "Multiplier for pinch and rotation"),
+    number(keys::kMaxTapDurationMs, Type::integer, 300, {50, 2000},
+           "Longest touch that still counts as a tap, in milliseconds"),
+    number(keys::kMaxTapDrift, Type::real, 0.05, {0, 1},
+           "Farthest that a finger may stray in a tap, in parts of the surface"),
+    number(keys::kCenterMinX, Type::real, 0.35, {0, 1},
+           "Left edge of the centre band for the one-finger centre click"),
+    number(keys::kCenterMaxX, Type::real, 0.65, {0, 1},
+           "Right edge of the centre band for the one-finger centre click"),
+    list(keys::kIgnoredApps, "Identifiers of applications in which the program does nothing"),
+    list(keys::kKeystrokeZoomApps, "Identifiers of applications that get pinch zoom as keystrokes"),
     // Triggers, in the order of their enumeration.
-    SettingRow{"mouseClick1Center",
-               Type::boolean,
-               true,
-               0,
-               {},
-               {},
-               "Magic Mouse: a click with one finger in the centre band becomes a middle click"},
-    SettingRow{"mouseClick2",
-               Type::boolean,
-               true,
-               0,
-               {},
-               {},
-               "Magic Mouse: a click with two fingers becomes a middle click"},
-    SettingRow{"mouseClick3",
-               Type::boolean,
-               true,
-               1,
-               {},
-               {},
-               "Magic Mouse: a click with three fingers becomes a middle click"},
-    SettingRow{"mouseTap3",
-               Type::boolean,
-               true,
-               1,
-               {},
-               {},
-               "Magic Mouse: a tap with three fingers posts a middle click"},
-    SettingRow{"padClick3",
-               Type::boolean,
-               true,
-               1,
-               {},
-               {},
-               "Trackpad: a click with three fingers becomes a middle click"},
-    SettingRow{"padTap3",
-               Type::boolean,
-               true,
-               1,
-               {},
-               {},
-               "Trackpad: a tap with three fingers posts a middle click"},
-    SettingRow{"padTap4",
-               Type::boolean,
-               true,
-               0,
-               {},
-               {},
-               "Trackpad: a tap with four fingers posts a middle click"},
-    SettingRow{
-        "mousePinchZoom", Type::boolean, true, 1, {}, {}, "Magic Mouse: a two-finger pinch zooms"},
-    SettingRow{
-        "mouseRotate", Type::boolean, true, 0, {}, {}, "Magic Mouse: turning two fingers rotates"},
-    SettingRow{"mouseSwipe3Nav",
-               Type::boolean,
-               true,
-               0,
-               {},
-               {},
-               "Magic Mouse: a horizontal three-finger swipe posts Back or Forward"},
+    flag(keys::kMouseClick1Center, false,
+         "Magic Mouse: a click with one finger in the centre band becomes a middle click"),
+    flag(keys::kMouseClick2, false, "Magic Mouse: a click with two fingers becomes a middle click"),
+    flag(keys::kMouseClick3, true,
+         "Magic Mouse: a click with three fingers becomes a middle click"),
+    flag(keys::kMouseTap3, true, "Magic Mouse: a tap with three fingers posts a middle click"),
+    flag(keys::kPadClick3, true, "Trackpad: a click with three fingers becomes a middle click"),
+    flag(keys::kPadTap3, true, "Trackpad: a tap with three fingers posts a middle click"),
+    flag(keys::kPadTap4, false, "Trackpad: a tap with four fingers posts a middle click"),
+    flag(keys::kMousePinchZoom, true, "Magic Mouse: a two-finger pinch zooms"),
+    flag(keys::kMouseRotate, false, "Magic Mouse: turning two fingers rotates"),
+    flag(keys::kMouseSwipe3Nav, false,
+         "Magic Mouse: a horizontal three-finger swipe posts Back or Forward"),
     // Remembered by the program itself; nothing is registered for these.
-    SettingRow{"accessibilitySetupPresented",
-               Type::boolean,
-               false,
-               0,
-               {},
-               {},
-               "The set-up of the permission was shown once"},
-    SettingRow{"settings.gestureDevice",
-               Type::text,
-               false,
-               0,
-               {},
-               {},
-               "Device whose gestures the settings window shows: mouse or trackpad"},
-    SettingRow{"settings.appRuleSort",
-               Type::text,
-               false,
-               0,
-               {},
-               {},
-               "Sort order of the list of application rules"},
-    SettingRow{"settings.appRuleDetails",
-               Type::boolean,
-               false,
-               1,
-               {},
-               {},
-               "The list of application rules shows details"},
-    SettingRow{"lowercaseIdentityMigrationCompleted",
-               Type::boolean,
-               false,
-               0,
-               {},
-               {},
-               "The preferences of the former identity were merged"},
+    memory(keys::kAccessibilitySetupPresented, Type::boolean,
+           "The set-up of the permission was shown once"),
+    memory(keys::kGestureDevice, Type::text,
+           "Device whose gestures the settings window shows: mouse or trackpad"),
+    SettingRow{.key = keys::kAppRuleSort,
+               .type = Type::text,
+               .fallback = Fallback::declared,
+               .factoryText = "name",
+               .meaning = "Sort order of the list of application rules: name or identifier"},
+    SettingRow{.key = keys::kAppRuleDetails,
+               .fallback = Fallback::declared,
+               .factoryNumber = 1,
+               .meaning = "The list of application rules shows identifiers under the names"},
+    memory(keys::kIdentityMigrationCompleted, Type::boolean,
+           "The preferences of the former identity were merged"),
 };
 
 constexpr std::size_t kFirstTrigger = 10;
-static_assert(kTable[kFirstTrigger].key == "mouseClick1Center");
-static_assert(kTable[kFirstTrigger + kTriggerCount - 1].key == "mouseSwipe3Nav");
-
-Value factoryValue(const SettingRow& row) {
-  switch (row.type) {
-    case Type::boolean:
-      return row.factory != 0;
-    case Type::integer:
-      return static_cast<std::int64_t>(row.factory);
-    case Type::real:
-      return row.factory;
-    case Type::text:
-      return "";
-    case Type::texts:
-      return ValueArray();
-  }
-  return false;
-}
+static_assert(kTable[kFirstTrigger].key == keys::kMouseClick1Center);
+static_assert(kTable[kFirstTrigger + kTriggerCount - 1].key == keys::kMouseSwipe3Nav);
 
 }  // namespace
 
@@ -174,10 +90,38 @@ std::span<const SettingRow> settingsTable() noexcept {
   return kTable;
 }
 
+const SettingRow* findSetting(std::string_view key) noexcept {
+  const auto found = std::find_if(kTable.begin(), kTable.end(),
+                                  [key](const SettingRow& row) { return row.key == key; });
+  return found != kTable.end() ? &*found : nullptr;
+}
+
+std::optional<Value> factoryValue(const SettingRow& row) {
+  if (row.fallback == Fallback::none) return std::nullopt;
+  switch (row.type) {
+    case Type::boolean:
+      return row.factoryNumber != 0;
+    case Type::integer:
+      return static_cast<std::int64_t>(row.factoryNumber);
+    case Type::real:
+      return row.factoryNumber;
+    case Type::text:
+      return std::string(row.factoryText);
+    case Type::texts:
+      return ValueArray();
+  }
+  return std::nullopt;
+}
+
+double inRange(const SettingRow& row, double value) noexcept {
+  if (!std::isfinite(value)) return row.factoryNumber;
+  return row.range ? std::clamp(value, row.range->lowest, row.range->highest) : value;
+}
+
 ValueMap factorySettings() {
   ValueMap factory;
   for (const SettingRow& row : kTable) {
-    if (row.registered) factory.emplace(row.key, factoryValue(row));
+    if (row.fallback == Fallback::registered) factory.emplace(row.key, *factoryValue(row));
   }
   return factory;
 }

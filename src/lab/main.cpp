@@ -1,10 +1,10 @@
 // `velotap-lab`: the bench on which the recogniser is tried without a desktop.
 
-#include <array>
 #include <iostream>
 #include <string_view>
 #include <vector>
 
+#include "lab/commands.hpp"
 #include "lab/replay_command.hpp"
 
 namespace {
@@ -13,21 +13,12 @@ using velotap::lab::kExitGood;
 using velotap::lab::kExitUsage;
 
 using Arguments = std::vector<std::string_view>;
-
-struct Command {
-  std::string_view name;
-  std::string_view summary;
-  int (*run)(const Arguments& arguments, std::ostream& out, std::ostream& errors);
-};
-
-constexpr std::array kCommands = {
-    Command{"replay", "play scenarios to the recogniser and print what comes of them",
-            velotap::lab::runReplayCommand},
-};
+using velotap::lab::Command;
+using velotap::lab::commands;
 
 void printHelp(std::ostream& out) {
   out << "usage: velotap-lab COMMAND [ARGUMENT]...\n\n";
-  for (const Command& command : kCommands) {
+  for (const Command& command : commands()) {
     out << "  " << command.name << "  " << command.summary << '\n';
   }
   out << "\nvelotap-lab COMMAND --help tells more.\n";
@@ -45,7 +36,7 @@ int main(int argc, char** argv) {
     printHelp(std::cout);
     return kExitGood;
   }
-  for (const Command& command : kCommands) {
+  for (const Command& command : commands()) {
     if (command.name == arguments.front()) {
       return command.run({arguments.begin() + 1, arguments.end()}, std::cout, std::cerr);
     }

@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "base/utf8.hpp"
 #include "lab/scenario_words.hpp"
 #include "lab/statement_forms.hpp"
 

@@ -27,37 +27,6 @@ std::optional<Number> parseWhole(std::string_view text) {
   return number;
 }
 
-// How many bytes a lead byte announces; none when it cannot lead.
-std::size_t sequenceLength(unsigned char lead) {
-  if (lead < 0x80) return 1;
-  if (lead < 0xC2) return 0;
-  if (lead < 0xE0) return 2;
-  if (lead < 0xF0) return 3;
-  return lead < 0xF5 ? 4 : 0;
-}
-
-struct ByteRange {
-  unsigned char lowest;
-  unsigned char highest;
-};
-constexpr ByteRange kContinuation = {0x80, 0xBF};
-
-// Overlong forms, surrogates and what lies beyond the last code point show in the second byte.
-ByteRange secondByteOf(unsigned char lead) {
-  switch (lead) {
-    case 0xE0:
-      return {0xA0, 0xBF};
-    case 0xED:
-      return {0x80, 0x9F};
-    case 0xF0:
-      return {0x90, 0xBF};
-    case 0xF4:
-      return {0x80, 0x8F};
-    default:
-      return kContinuation;
-  }
-}
-
 }  // namespace
 
 std::string_view Words::next() {
@@ -142,21 +111,6 @@ std::optional<bool> parseEither(std::string_view text, std::string_view yes, std
   if (text == yes) return true;
   if (text == no) return false;
   return std::nullopt;
-}
-
-bool isUtf8(std::string_view text) {
-  for (std::size_t i = 0; i < text.size();) {
-    const auto lead = static_cast<unsigned char>(text[i]);
-    const std::size_t length = sequenceLength(lead);
-    if (length == 0 || length > text.size() - i) return false;
-    for (std::size_t k = 1; k < length; ++k) {
-      const auto [lowest, highest] = k == 1 ? secondByteOf(lead) : kContinuation;
-      const auto next = static_cast<unsigned char>(text[i + k]);
-      if (next < lowest || next > highest) return false;
-    }
-    i += length;
-  }
-  return true;
 }
 
 }  // namespace velotap::lab

@@ -48,6 +48,4 @@ struct Halves {
 [[nodiscard]] std::optional<bool> parseEither(std::string_view text, std::string_view yes,
                                               std::string_view no);
 
-[[nodiscard]] bool isUtf8(std::string_view text);
-
 }  // namespace velotap::lab

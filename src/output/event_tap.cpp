@@ -5,8 +5,10 @@
 namespace velotap {
 namespace {
 
+// Zero for a code that no mask can name.
 constexpr std::uint64_t bit(MouseEventType type) {
-  return std::uint64_t{1} << static_cast<unsigned>(type);
+  const auto code = static_cast<unsigned>(type);
+  return code < 64 ? std::uint64_t{1} << code : 0;
 }
 
 constexpr std::uint64_t kButtonMask = bit(MouseEventType::leftDown) | bit(MouseEventType::leftUp) |
@@ -82,8 +84,10 @@ bool EventTap::wasObservedAtHID(std::int64_t eventNumber) {
 
 void EventTap::physicalEvent(TappedEvent& event) {
   assertMainThread(queue_, kSource);
-  physicalEvents_.record(event.number(), clock_.uptime());
   const MouseEventType type = event.type();
+  // An adapter may hand over more than the mask asks for; only buttons say that a press was real.
+  if ((bit(type) & kButtonMask) == 0) return;
+  physicalEvents_.record(event.number(), clock_.uptime());
   if (type == MouseEventType::leftDown || type == MouseEventType::rightDown) {
     policy_.notePhysicalButtonDown();
   }

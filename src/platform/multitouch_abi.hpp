@@ -25,9 +25,9 @@ struct MTTouch {
   std::int32_t identifier;  ///< stable for one finger while it stays down
   std::int32_t stage;       ///< 3, 4 and 5 are touching
   std::byte reserved1[8];
-  MTPoint position;    ///< normalised: (0,0) bottom left, (1,1) top right of the surface
-  MTPoint velocity;    ///< normalised units per second
-  float size;          ///< total signal; about 1 for a resting fingertip
+  MTPoint position;  ///< normalised: (0,0) bottom left, (1,1) top right of the surface
+  MTPoint velocity;  ///< normalised units per second
+  float size;        ///< total signal; about 1 for a resting fingertip
   float pressure;
   std::byte reserved2[12];
   MTPoint millimetres;

@@ -16,6 +16,8 @@ Platform& Platform::current() {
   return *currentPlatform;
 }
 
-void Platform::setCurrent(Platform& platform) { currentPlatform = &platform; }
+void Platform::setCurrent(Platform& platform) {
+  currentPlatform = &platform;
+}
 
 }  // namespace velotap

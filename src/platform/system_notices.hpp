@@ -15,9 +15,9 @@ class SystemNotices {
   /// Each watch reports on its own whether it could be set up; one that could not costs only its
   /// own notices. A failure carries the system's error code.
   struct DeviceWatch {
-    bool portFailed = false;           ///< nothing at all is watched
-    std::optional<int> attachError;    ///< attachments are not watched
-    std::optional<int> detachError;    ///< detachments are not watched
+    bool portFailed = false;         ///< nothing at all is watched
+    std::optional<int> attachError;  ///< attachments are not watched
+    std::optional<int> detachError;  ///< detachments are not watched
     Observation observation;
   };
   [[nodiscard]] virtual DeviceWatch watchDevices(std::function<void()> attached,

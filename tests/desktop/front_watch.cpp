@@ -12,8 +12,9 @@
 #include <cstdio>
 #include <string>
 
+#include "adapters/linux/runtime/posix_clock.hpp"
+#include "adapters/linux/runtime/posix_main_queue.hpp"
 #include "adapters/linux/workspace/linux_workspace.hpp"
-#include "epoll_loop.hpp"
 #include "platform/diagnostic_log.hpp"
 
 namespace velotap {
@@ -44,11 +45,10 @@ void printFront(const Clock& clock, LinuxWorkspace& workspace,
 }
 
 int watch() {
-  EpollLoop loop;
-  const UptimeClock clock;
-  UptimeClock shared;
+  PosixClock clock;
+  PosixMainQueue loop(clock);
   PrintedLog log;
-  const LinuxWorkspace::Services services{.loop = loop, .queue = loop, .clock = shared, .log = log};
+  const LinuxWorkspace::Services services{.loop = loop, .queue = loop, .clock = clock, .log = log};
   LinuxWorkspace workspace(AppId::intern("app.norwend.velotap"),
                            LinuxWorkspace::desktopOf(SessionEnvironment::ofThisProcess(), services),
                            services);

@@ -23,6 +23,7 @@ namespace {
 constexpr int kWidth = 200;
 constexpr int kHeight = 100;
 constexpr int kStride = kWidth * 4;
+constexpr int kSize = kStride * kHeight;
 
 wl_compositor* compositor = nullptr;
 wl_shm* sharedMemory = nullptr;
@@ -57,8 +58,8 @@ void onGlobal(void* /*data*/, wl_registry* registry, std::uint32_t name, const c
 
 wl_buffer* makeBuffer() {
   const int file = memfd_create("window", MFD_CLOEXEC);
-  if (file < 0 || ftruncate(file, kStride * kHeight) != 0) return nullptr;
-  wl_shm_pool* const pool = wl_shm_create_pool(sharedMemory, file, kStride * kHeight);
+  if (file < 0 || ftruncate(file, kSize) != 0) return nullptr;
+  wl_shm_pool* const pool = wl_shm_create_pool(sharedMemory, file, kSize);
   wl_buffer* const made =
       wl_shm_pool_create_buffer(pool, 0, kWidth, kHeight, kStride, WL_SHM_FORMAT_XRGB8888);
   wl_shm_pool_destroy(pool);

@@ -82,9 +82,11 @@ class Window {
       if (type == XCB_PROPERTY_NOTIFY) {
         const long long now = microseconds();
         const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(*event);
-        if (change.window == root_ && change.atom == activeWindow_ && isActive()) {
-          std::printf("active\t%lld\n", now);
-        }
+        if (change.window != root_ || change.atom != activeWindow_) continue;
+        // A manager may say it twice: with no window in between, and then with ours.
+        const bool active = isActive();
+        if (active && !active_) std::printf("active\t%lld\n", now);
+        active_ = active;
       }
     }
     return xcb_connection_has_error(connection_) == 0;
@@ -117,6 +119,7 @@ class Window {
   xcb_window_t root_ = XCB_NONE;
   xcb_window_t window_ = XCB_NONE;
   xcb_atom_t activeWindow_ = XCB_NONE;
+  bool active_ = false;
 };
 
 }  // namespace

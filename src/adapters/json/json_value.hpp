@@ -12,7 +12,7 @@
 namespace velotap {
 
 /// The dictionary that the text holds, or nothing with the reason in `error`. JSON null stands for
-/// no value, so such keys are left out.
+/// no value, so nulls are left out. What nests more than 64 deep is refused whole.
 [[nodiscard]] std::optional<ValueMap> parseSettings(std::string_view json, std::string& error);
 
 /// The one value that the text holds, or nothing with the reason in `error`. A null is no value.

@@ -21,8 +21,8 @@ std::int32_t mtRegisterContactFrameCallback(MTDevice device, MTFrameCallback cal
 void mtUnregisterContactFrameCallback(MTDevice device, MTFrameCallback callback) {
   currentLibrary->unregisterCallback(device, callback);
 }
-std::int32_t mtDeviceStart(MTDevice device, std::int32_t /*flags*/) {
-  return currentLibrary->start(device) ? 0 : -1;
+std::int32_t mtDeviceStart(MTDevice device, std::int32_t flags) {
+  return currentLibrary->start(device, flags) ? 0 : -1;
 }
 void mtDeviceStop(MTDevice device) {
   currentLibrary->stop(device);
@@ -161,7 +161,9 @@ MTDeviceArray SimulatedMultitouch::createList() {
 
 bool SimulatedMultitouch::registerCallback(MTDevice handle, MTFrameCallback callback) {
   Device* device = usable(handle, "MTRegisterContactFrameCallback");
-  if (device == nullptr || !device->description.registers) return false;
+  if (device == nullptr) return false;
+  note("register", *device);
+  if (!device->description.registers) return false;
   const std::lock_guard guard(device->delivering);
   if (device->callback != nullptr) fault(device->description.name + ": registered twice");
   device->callback = callback;
@@ -171,14 +173,18 @@ bool SimulatedMultitouch::registerCallback(MTDevice handle, MTFrameCallback call
 void SimulatedMultitouch::unregisterCallback(MTDevice handle, MTFrameCallback callback) {
   Device* device = usable(handle, "MTUnregisterContactFrameCallback");
   if (device == nullptr) return;
+  note("unregister", *device);
   const std::lock_guard guard(device->delivering);
   if (device->callback != callback) fault(device->description.name + ": was not registered");
   device->callback = nullptr;
 }
 
-bool SimulatedMultitouch::start(MTDevice handle) {
+bool SimulatedMultitouch::start(MTDevice handle, std::int32_t flags) {
   Device* device = usable(handle, "MTDeviceStart");
-  if (device == nullptr || !device->description.starts) return false;
+  if (device == nullptr) return false;
+  note("start", *device);
+  if (flags != 0) fault(device->description.name + ": started with unknown flags");
+  if (!device->description.starts) return false;
   const std::lock_guard guard(device->delivering);
   if (device->running) fault(device->description.name + ": started twice");
   device->running = true;
@@ -188,6 +194,7 @@ bool SimulatedMultitouch::start(MTDevice handle) {
 void SimulatedMultitouch::stop(MTDevice handle) {
   Device* device = usable(handle, "MTDeviceStop");
   if (device == nullptr) return;
+  note("stop", *device);
   const std::lock_guard guard(device->delivering);
   if (!device->running) fault(device->description.name + ": was not started");
   device->running = false;
@@ -225,6 +232,7 @@ const void* SimulatedMultitouch::retain(const void* object) {
 
 void SimulatedMultitouch::release(const void* object, const char* function) {
   if (Device* device = known(object)) {
+    note("release", *device);
     dropReference(*device, function);
     return;
   }

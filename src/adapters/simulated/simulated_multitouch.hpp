@@ -19,6 +19,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/library_loader.hpp"
@@ -70,6 +71,8 @@ class SimulatedMultitouch final : public LibraryLoader {
   [[nodiscard]] MTDevice handle(std::string_view name);
 
   [[nodiscard]] const std::vector<std::string>& faults() const noexcept { return faults_; }
+  /// What was done with devices since the last call, in order: "register pad", "start pad" …
+  std::vector<std::string> takeCalls() { return std::exchange(calls_, {}); }
   /// References to devices and lists that were handed out and not given back.
   [[nodiscard]] std::size_t heldReferences() const noexcept;
 
@@ -77,7 +80,7 @@ class SimulatedMultitouch final : public LibraryLoader {
   [[nodiscard]] MTDeviceArray createList();
   bool registerCallback(MTDevice device, MTFrameCallback callback);
   void unregisterCallback(MTDevice device, MTFrameCallback callback);
-  bool start(MTDevice device);
+  bool start(MTDevice device, std::int32_t flags);
   void stop(MTDevice device);
   [[nodiscard]] bool isBuiltIn(MTDevice device);
   void writeFamily(MTDevice device, std::int32_t* family);
@@ -107,6 +110,9 @@ class SimulatedMultitouch final : public LibraryLoader {
   [[nodiscard]] List* usableList(MTDeviceArray list, const char* function);
   void dropReference(Device& device, const char* function);
   void fault(const std::string& text) { faults_.push_back(text); }
+  void note(const char* call, const Device& device) {
+    calls_.push_back(call + (" " + device.description.name));
+  }
 
   bool missing_ = false;
   std::set<std::string, std::less<>> removedSymbols_;
@@ -115,6 +121,7 @@ class SimulatedMultitouch final : public LibraryLoader {
   std::deque<Device> devices_;
   std::deque<List> lists_;
   std::vector<std::string> faults_;
+  std::vector<std::string> calls_;
 };
 
 }  // namespace velotap

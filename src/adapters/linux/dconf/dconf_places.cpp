@@ -1,5 +1,6 @@
 #include "adapters/linux/dconf/dconf_places.hpp"
 
+#include <algorithm>
 #include <fstream>
 #include <sstream>
 #include <string_view>
@@ -12,6 +13,11 @@ constexpr const char* kSchemaFile = "/glib-2.0/schemas/gschemas.compiled";
 std::string valueOf(const DconfPlaces::Lookup& lookup, const char* name) {
   const char* value = lookup(name);
   return value != nullptr ? value : "";
+}
+
+std::string joined(std::string_view folder, std::string_view between, std::string_view name) {
+  std::string path(folder);
+  return path.append(between).append(name);
 }
 
 std::vector<std::string> split(const std::string& text, char separator) {
@@ -49,7 +55,7 @@ std::vector<std::string> profile(const DconfPlaces::Lookup& lookup, const std::s
   } else {
     candidates.push_back(systemRoot + "/etc/dconf/profile/" + name);
     for (const auto& folder : dataFolders(lookup)) {
-      candidates.push_back(folder + "/dconf/profile/" + name);
+      candidates.push_back(joined(folder, "/dconf/profile/", name));
     }
   }
   for (const auto& candidate : candidates) {
@@ -78,9 +84,9 @@ DconfPlaces DconfPlaces::read(const Lookup& lookup, const std::string& systemRoo
     const std::string_view kind = std::string_view(line).substr(0, colon);
     const std::string name = line.substr(colon + 1);
     if (kind == "user-db" && !config.empty()) {
-      places.databases.push_back(config + "/dconf/" + name);
+      places.databases.push_back(joined(config, "/dconf/", name));
     } else if (kind == "system-db") {
-      places.databases.push_back(systemRoot + "/etc/dconf/db/" + name);
+      places.databases.push_back(joined(systemRoot, "/etc/dconf/db/", name));
     } else if (kind == "file-db") {
       places.databases.push_back(name);
     }

@@ -8,7 +8,8 @@
 namespace velotap {
 namespace {
 
-constexpr unsigned kBitsPerWord = 64;
+// The kernel prints its bitmaps in words as wide as the reading program's own.
+constexpr unsigned kBitsPerWord = 8 * sizeof(long);
 
 // Removes and returns the last word of the text.
 std::string_view takeLastWord(std::string_view& text) {

@@ -18,7 +18,6 @@
 namespace velotap {
 namespace {
 
-constexpr const char* kName = "Velotap Gestures";
 constexpr const char* kPhysicalPath = "velotap/gesture";
 
 constexpr std::array kKeys = {BTN_TOUCH, BTN_TOOL_FINGER, BTN_TOOL_DOUBLETAP, BTN_LEFT};

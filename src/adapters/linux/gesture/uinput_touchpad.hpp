@@ -24,6 +24,9 @@ inline constexpr double kReadyWithoutUdev = 2.0;
 
 class UinputTouchpad final : public PadDevice {
  public:
+  /// By which desktops know it, and keep settings for it.
+  static constexpr const char* kName = "Velotap Gestures";
+
   explicit UinputTouchpad(std::string node = "/dev/uinput");
   ~UinputTouchpad() override;
   UinputTouchpad(const UinputTouchpad&) = delete;

@@ -6,10 +6,12 @@
 
 #include <xkbcommon/xkbcommon.h>
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "adapters/linux/keyboard/layout_keys.hpp"
 
@@ -36,12 +38,16 @@ struct LayoutNames {
   friend bool operator==(const LayoutNames&, const LayoutNames&) = default;
 };
 
-/// Nothing when there is no such layout.
-[[nodiscard]] std::optional<LayoutKeys> compileNames(const LayoutNames& names,
-                                                     xkb_layout_index_t group);
+/// What the keys type in each group of a keymap; empty when there is no keymap. Groups are the
+/// layouts between which the user switches.
+using LayoutGroups = std::vector<LayoutKeys>;
+[[nodiscard]] LayoutGroups groupsOf(xkb_keymap* keymap);
+/// Empty when there is no such layout.
+[[nodiscard]] LayoutGroups compileNames(const LayoutNames& names);
+/// `text` is a keymap in text form, as a Wayland compositor hands it out.
+[[nodiscard]] LayoutGroups compileText(std::string_view text);
 
-/// `text` is a keymap in text form, as a Wayland compositor hands it out. Nothing when it is none.
-[[nodiscard]] std::optional<LayoutKeys> compileText(std::string_view text,
-                                                    xkb_layout_index_t group);
+/// A group beyond the last wraps around, as it does for typing; nothing without groups.
+[[nodiscard]] std::optional<LayoutKeys> groupAt(const LayoutGroups& groups, std::size_t index);
 
 }  // namespace velotap

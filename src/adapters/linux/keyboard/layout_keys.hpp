@@ -21,7 +21,7 @@ namespace velotap {
 
 class LayoutKeys final : public KeyTranslator {
  public:
-  /// `group` counts the keymap's layouts from 0; one beyond them wraps as it does for typing.
+  /// `group` counts the keymap's layouts from 0. A key that has fewer wraps around.
   LayoutKeys(xkb_keymap* keymap, xkb_layout_index_t group);
 
   [[nodiscard]] std::optional<std::string> translate(std::uint16_t keyCode) const override;

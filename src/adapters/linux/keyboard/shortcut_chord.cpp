@@ -96,8 +96,7 @@ std::span<const std::uint16_t> chordKeyCodes() noexcept {
       if (const auto key = evdevCodeOf(code)) all.push_back(*key);
     }
     std::ranges::sort(all);
-    const auto repeated = std::ranges::unique(all);
-    all.erase(repeated.begin(), repeated.end());
+    all.erase(std::unique(all.begin(), all.end()), all.end());
     return all;
   }();
   return codes;

@@ -19,13 +19,15 @@ std::optional<ClickPacer::Change> ClickPacer::takeDue(double now) noexcept {
   if (waiting_.empty() || dueTime(waiting_[0]) > now) return std::nullopt;
   const Change change = waiting_[0];
   waiting_.erase(0);
+  return change;
+}
+
+void ClickPacer::wrote(Change change, double now) noexcept {
   const bool down = change == Change::press;
   // Repeating a state changes nothing for the desktop, so it starts no new spacing either.
-  if (down != down_) {
-    down_ = down;
-    lastChange_ = now;
-  }
-  return change;
+  if (down == down_) return;
+  down_ = down;
+  lastChange_ = now;
 }
 
 std::optional<double> ClickPacer::nextDue() const noexcept {

@@ -25,8 +25,12 @@ class ClickPacer {
   /// same way. False when refused.
   bool submit(Change change) noexcept;
 
-  /// The change that is to be written now, if there is one. It counts as written.
+  /// Takes out the change that is to be written now, if there is one; `wrote` follows.
   [[nodiscard]] std::optional<Change> takeDue(double now) noexcept;
+
+  /// The change has been written by now. The spacing counts from here and not from when writing
+  /// began, because the thread may have lost the processor in between.
+  void wrote(Change change, double now) noexcept;
 
   /// When `takeDue` will next have something; nothing while no change waits.
   [[nodiscard]] std::optional<double> nextDue() const noexcept;

@@ -85,16 +85,19 @@ bool PacedOutput::postFrame(std::span<const input_event> frame) {
 }
 
 void PacedOutput::flushDueLocked() {
-  const double now = clock_.uptime();
-  while (const auto change = pacer_.takeDue(now)) {
+  while (const auto change = pacer_.takeDue(clock_.uptime())) {
     emitKeyLocked(BTN_MIDDLE, *change == ClickPacer::Change::press);
+    pacer_.wrote(*change, clock_.uptime());
   }
   armLocked();
 }
 
 void PacedOutput::armLocked() {
+  const std::optional<double> due = pacer_.nextDue();
+  if (due == armedFor_) return;
+  armedFor_ = due;
   itimerspec when{};
-  if (const auto due = pacer_.nextDue()) {
+  if (due) {
     const double whole = std::floor(*due);
     // Rounded up: a timer that fires before the time has come would only have to be set again.
     when.it_value = {.tv_sec = static_cast<time_t>(whole),
@@ -127,6 +130,7 @@ void PacedOutput::run() {
     std::uint64_t expirations = 0;
     if (::read(timer_.get(), &expirations, sizeof expirations) <= 0) continue;
     const std::lock_guard guard(lock_);
+    armedFor_.reset();
     flushDueLocked();
   }
 }

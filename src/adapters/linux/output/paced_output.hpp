@@ -10,6 +10,7 @@
 #include <atomic>
 #include <cstdint>
 #include <mutex>
+#include <optional>
 #include <span>
 #include <thread>
 
@@ -51,6 +52,7 @@ class PacedOutput {
   Report report_;
   std::mutex lock_;
   ClickPacer pacer_;
+  std::optional<double> armedFor_;  ///< what the timer is set to; nothing while it is not
   bool reported_ = false;
   std::atomic<bool> stopping_{false};
   Descriptor timer_;

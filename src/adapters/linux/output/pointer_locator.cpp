@@ -5,6 +5,8 @@
 #include <xcb/xcbext.h>
 
 #include <cstdlib>
+#include <mutex>
+#include <utility>
 
 namespace velotap {
 namespace {
@@ -17,9 +19,13 @@ bool isSet(const char* variable) {
   return value != nullptr && value[0] != '\0';
 }
 
-}  // namespace
+// Under Wayland the X server that serves old programs sees the pointer over their windows only.
+bool sessionTells() {
+  return isSet("DISPLAY") && !isSet("WAYLAND_DISPLAY");
+}
 
-class PointerLocator::Connection {
+// One connection to the X server. One thread at a time.
+class Connection {
  public:
   Connection() {
     int screen = 0;
@@ -66,25 +72,42 @@ class PointerLocator::Connection {
   xcb_window_t root_ = XCB_NONE;
 };
 
-PointerLocator::PointerLocator(const Clock& clock) : clock_(clock) {
-  connect();
+}  // namespace
+
+struct PointerLocator::State {
+  std::mutex lock;
+  std::unique_ptr<Connection> connection;
+  double retryAt = 0;
+
+  // Main thread. The lock is free while the server is waited for.
+  void connect() {
+    auto fresh = std::make_unique<Connection>();
+    if (fresh->broken()) return;
+    const std::lock_guard guard(lock);
+    connection = std::move(fresh);
+  }
+};
+
+PointerLocator::PointerLocator(const Clock& clock, MainQueue& mainQueue)
+    : clock_(clock), mainQueue_(mainQueue), state_(std::make_shared<State>()) {
+  state_->retryAt = clock_.uptime() + kRetryAfter;
+  if (sessionTells()) state_->connect();
 }
 
 PointerLocator::~PointerLocator() = default;
 
 std::optional<Point> PointerLocator::location() {
-  const std::lock_guard guard(lock_);
-  if (connection_ && connection_->broken()) connection_.reset();
-  if (!connection_) connect();
-  return connection_ ? connection_->query() : std::nullopt;
-}
-
-void PointerLocator::connect() {
-  // Under Wayland the X server that serves old programs sees the pointer over their windows only.
-  if (!isSet("DISPLAY") || isSet("WAYLAND_DISPLAY") || clock_.uptime() < retryAt_) return;
-  retryAt_ = clock_.uptime() + kRetryAfter;
-  auto connection = std::make_unique<Connection>();
-  if (!connection->broken()) connection_ = std::move(connection);
+  const std::lock_guard guard(state_->lock);
+  auto& connection = state_->connection;
+  if (connection && connection->broken()) connection.reset();
+  if (connection) return connection->query();
+  if (const double now = clock_.uptime(); now >= state_->retryAt && sessionTells()) {
+    state_->retryAt = now + kRetryAfter;
+    mainQueue_.async([weak = std::weak_ptr(state_)] {
+      if (const auto state = weak.lock()) state->connect();
+    });
+  }
+  return std::nullopt;
 }
 
 }  // namespace velotap

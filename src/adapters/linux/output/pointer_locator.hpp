@@ -1,22 +1,25 @@
 // Where the pointer is, as far as the session tells: the X server does, Wayland does not.
 //
-// Any thread. The answer is waited for at most a few milliseconds; a server that does not give one,
-// or that died, is asked again after a while. Never ends the process.
+// `location` may be called from any thread and waits for its answer at most a few milliseconds. It
+// never connects, because connecting to a server that hangs would hang the caller: that is left to
+// the main thread, which tries again at most every ten seconds and only when somebody asks. A
+// server that died, or does not answer, means that the location is unknown. Never ends the process.
 #pragma once
 
 #include <memory>
-#include <mutex>
 #include <optional>
 
 #include "base/point.hpp"
 #include "platform/clock.hpp"
+#include "platform/main_queue.hpp"
 
 namespace velotap {
 
 class PointerLocator {
  public:
   /// Connects at once where there is an X session, so that the first question is as quick as any.
-  explicit PointerLocator(const Clock& clock);
+  /// Main thread.
+  PointerLocator(const Clock& clock, MainQueue& mainQueue);
   ~PointerLocator();
   PointerLocator(const PointerLocator&) = delete;
   PointerLocator& operator=(const PointerLocator&) = delete;
@@ -24,13 +27,10 @@ class PointerLocator {
   [[nodiscard]] std::optional<Point> location();
 
  private:
-  class Connection;
-  void connect();
-
+  struct State;
   const Clock& clock_;
-  std::mutex lock_;
-  std::unique_ptr<Connection> connection_;
-  double retryAt_ = 0;
+  MainQueue& mainQueue_;
+  std::shared_ptr<State> state_;  ///< an attempt that is queued may outlive the locator
 };
 
 }  // namespace velotap

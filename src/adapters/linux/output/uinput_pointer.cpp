@@ -42,9 +42,11 @@ int UinputPointer::open() {
 
 bool UinputPointer::emit(std::span<const input_event> frame) {
   const auto size = static_cast<ssize_t>(frame.size_bytes());
-  if (device_.ok() && ::write(device_.get(), frame.data(), frame.size_bytes()) == size) {
-    return true;
-  }
+  ssize_t written = -1;
+  do {
+    written = device_.ok() ? ::write(device_.get(), frame.data(), frame.size_bytes()) : -1;
+  } while (written < 0 && device_.ok() && errno == EINTR);
+  if (written == size) return true;
   device_.reset();
   return false;
 }

@@ -27,7 +27,9 @@ std::string providerBeside(const std::string& executable) {
 }
 
 DlLibraryLoader::DlLibraryLoader() {
-  if (const char* named = std::getenv("VELOTAP_MULTITOUCH_LIBRARY")) {
+  // An empty path would open the program itself.
+  const char* named = std::getenv("VELOTAP_MULTITOUCH_LIBRARY");
+  if (named != nullptr && *named != '\0') {
     path_ = named;
     return;
   }

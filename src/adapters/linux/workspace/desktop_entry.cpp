@@ -6,6 +6,8 @@
 #include <limits>
 #include <utility>
 
+#include "base/utf8.hpp"
+
 namespace velotap {
 namespace {
 
@@ -223,27 +225,6 @@ std::string programOfExec(std::string_view exec) {
     return {};
   }
   return isInterpreter(program) ? std::string() : program;
-}
-
-bool isUtf8(std::string_view text) noexcept {
-  const auto* at = reinterpret_cast<const unsigned char*>(text.data());
-  const auto* const end = at + text.size();
-  while (at != end) {
-    const unsigned char lead = *at++;
-    if (lead < 0x80) continue;
-    const int more = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : 1;
-    if (lead < 0xC2 || lead > 0xF4 || end - at < more) return false;
-    std::uint32_t code = lead & (0x3FU >> more);
-    for (int i = 0; i < more; ++i, ++at) {
-      if ((*at & 0xC0U) != 0x80U) return false;
-      code = code << 6U | (*at & 0x3FU);
-    }
-    constexpr std::uint32_t kSmallest[] = {0, 0x80, 0x800, 0x10000};
-    if (code < kSmallest[more] || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF)) {
-      return false;
-    }
-  }
-  return true;
 }
 
 }  // namespace velotap

@@ -34,7 +34,4 @@ struct DesktopEntry {
 /// inside a sandbox where one is named, otherwise empty.
 [[nodiscard]] std::string programOfExec(std::string_view exec);
 
-/// Is every byte part of well-formed UTF-8?
-[[nodiscard]] bool isUtf8(std::string_view text) noexcept;
-
 }  // namespace velotap

@@ -12,7 +12,7 @@ namespace velotap {
 namespace {
 
 constexpr unsigned kAppears = IN_CREATE | IN_MOVED_TO | IN_DELETE_SELF | IN_MOVE_SELF;
-constexpr unsigned kChanges = kAppears | IN_MOVED_FROM | IN_DELETE | IN_CLOSE_WRITE | IN_ATTRIB;
+constexpr unsigned kChanges = kAppears | IN_MOVED_FROM | IN_DELETE | IN_CLOSE_WRITE;
 
 /// Folder and name of a path; the folder of "/x" is "/".
 std::pair<std::string, std::string> split(const std::string& path) {

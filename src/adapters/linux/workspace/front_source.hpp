@@ -36,10 +36,10 @@ enum class FrontSourceKind { none, x11, wlroots, kdeWindowManagement, kdeScript,
 
 /// What a desktop says of the window in front. Every text may be empty.
 struct FrontWindow {
-  std::string appId;        ///< Wayland app id, or the desktop-file id where the desktop knows it
-  std::string windowClass;  ///< class half of WM_CLASS
-  std::string instance;     ///< instance half of WM_CLASS
-  int pid = 0;              ///< 0 when unknown; as the window claims it, so never proof
+  std::string appId{};        ///< Wayland app id, or the desktop-file id where the desktop knows it
+  std::string windowClass{};  ///< class half of WM_CLASS
+  std::string instance{};     ///< instance half of WM_CLASS
+  int pid = 0;                ///< 0 when unknown; as the window claims it, so never proof
   friend bool operator==(const FrontWindow&, const FrontWindow&) = default;
 };
 

@@ -23,11 +23,11 @@ class GnomeFrontSource final : public FrontSource {
     if (!bus_.open(busAddress_)) {
       return listener_.failed(SourceFailure::unreachable, "no session bus answers");
     }
-    bus_.followOwner(kService, [this](std::string owner) { ownerChanged(std::move(owner)); });
+    bus_.followOwner(kService, [this](const std::string& owner) { ownerChanged(owner); });
   }
 
  private:
-  void ownerChanged(std::string owner) {
+  void ownerChanged(const std::string& owner) {
     ++round_;
     live_ = false;
     changes_.reset();

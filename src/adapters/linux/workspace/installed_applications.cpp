@@ -82,12 +82,8 @@ const ApplicationIndex& InstalledApplications::index() {
 
 void InstalledApplications::readFolders() {
   // Watched before it is read: what changes meanwhile is read next time.
-  watch_ = std::make_unique<FolderWatch>(loop_, [this] {
-    stale_ = true;
-    ++generation_;
-  });
+  watch_ = std::make_unique<FolderWatch>(loop_, [this] { stale_ = true; });
   stale_ = false;
-  ++generation_;
   Reading reading(*watch_, languages_);
   for (const std::string& folder : folders_) reading.readFolder(folder, {}, 0);
   index_ = ApplicationIndex(reading.take());

@@ -1,7 +1,8 @@
 // The applications that are installed, as the desktop-entry folders list them.
 //
 // Main thread. The folders are read when somebody asks first and again when somebody asks after
-// something in them changed; between the two nothing is read and nothing wakes up.
+// something in them changed; between the two nothing is read and nothing wakes up. Reading costs
+// some ten microseconds for each entry, a few milliseconds in all.
 #pragma once
 
 #include <functional>
@@ -23,8 +24,8 @@ class InstalledApplications {
 
   /// Valid until the next call.
   [[nodiscard]] const ApplicationIndex& index();
-  /// Counts readings, so that whoever keeps answers can tell when they are old. Reads nothing.
-  [[nodiscard]] unsigned generation() const noexcept { return generation_; }
+  /// Would `index` read the folders? Then answers from an earlier one are old.
+  [[nodiscard]] bool stale() const noexcept { return stale_; }
 
  private:
   void readFolders();
@@ -35,7 +36,6 @@ class InstalledApplications {
   ApplicationIndex index_;
   std::unique_ptr<FolderWatch> watch_;
   bool stale_ = true;
-  unsigned generation_ = 0;
 };
 
 }  // namespace velotap

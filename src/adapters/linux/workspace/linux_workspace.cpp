@@ -62,11 +62,13 @@ LinuxWorkspace::LinuxWorkspace(AppId ownBundleId, Desktop desktop, const Service
 
 LinuxWorkspace::~LinuxWorkspace() {
   if (settling_ != nullptr) settling_->cancel();
+  if (refresh_ != nullptr) refresh_->cancel();
 }
 
 void LinuxWorkspace::statusChanged(const FrontSourceStatus& status) {
   if (settling_ != nullptr) std::exchange(settling_, nullptr)->cancel();
   filter_.reset();
+  window_.reset();
   if (status.kind == FrontSourceKind::none) {
     become(RunningApplication{.bundleId = unknown_, .name = {}});
   }
@@ -74,6 +76,7 @@ void LinuxWorkspace::statusChanged(const FrontSourceStatus& status) {
 }
 
 void LinuxWorkspace::windowReported(const std::optional<FrontWindow>& window) {
+  window_ = window;
   if (window) {
     if (settling_ != nullptr) std::exchange(settling_, nullptr)->cancel();
     if (filter_.windowInFront() == ActivationFilter::Verdict::report) become(identify(*window));
@@ -115,15 +118,22 @@ RunningApplication LinuxWorkspace::identify(const FrontWindow& window) {
   // Our own windows, whatever they are called in a build that is not installed.
   if (own_ && window.pid == getpid()) return {.bundleId = own_, .name = {}};
   if (nameless(window)) return lookUp(window);
-  if (knownGeneration_ != applications_.generation() || known_.size() >= kMostKnown) {
-    known_.clear();
-  }
   const std::string key = keyOf(window);
-  if (const auto found = known_.find(key); found != known_.end()) return found->second;
-  RunningApplication application = lookUp(window);
-  knownGeneration_ = applications_.generation();
-  known_.emplace(key, application);
-  return application;
+  if (const auto found = known_.find(key); found != known_.end()) {
+    if (applications_.stale()) refreshSoon();
+    return found->second;
+  }
+  if (applications_.stale() || known_.size() >= kMostKnown) known_.clear();
+  return known_.emplace(key, lookUp(window)).first->second;
+}
+
+void LinuxWorkspace::refreshSoon() {
+  if (refresh_ != nullptr) return;
+  refresh_ = services_.queue.asyncAfter(0, [this] {
+    refresh_ = nullptr;
+    known_.clear();
+    if (window_) become(identify(*window_));
+  });
 }
 
 RunningApplication LinuxWorkspace::lookUp(const FrontWindow& window) {

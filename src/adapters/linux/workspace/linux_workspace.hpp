@@ -86,6 +86,7 @@ class LinuxWorkspace final : public Workspace {
   void settleLater();
   void become(Front front);
   [[nodiscard]] RunningApplication identify(const FrontWindow& window);
+  void refreshSoon();
   [[nodiscard]] RunningApplication lookUp(const FrontWindow& window);
 
   static_assert(std::atomic<AppId>::is_always_lock_free);
@@ -95,9 +96,11 @@ class LinuxWorkspace final : public Workspace {
   std::atomic<AppId> frontmost_;
   Front front_;
   InstalledApplications applications_;
-  /// What windows were found to be, until the installed applications change.
+  /// What windows were found to be. Outlives a change of the installed applications by one answer,
+  /// so that a change of focus never waits for reading folders that it has no need of.
   std::map<std::string, RunningApplication> known_;
-  unsigned knownGeneration_ = 0;
+  std::optional<FrontWindow> window_;  ///< the last one reported, while a source is live
+  std::shared_ptr<DelayedWork> refresh_;
   ActivationFilter filter_;
   std::shared_ptr<DelayedWork> settling_;
   ObserverList<const Front&> activations_;

@@ -84,7 +84,7 @@ std::vector<FrontSourceKind> sourcesFor(const SessionEnvironment& session) {
 }
 
 std::string waylandSocket(const SessionEnvironment& session) {
-  const std::string name = session.waylandDisplay.empty() ? "wayland-0" : session.waylandDisplay;
+  std::string name = session.waylandDisplay.empty() ? "wayland-0" : session.waylandDisplay;
   if (name.starts_with('/')) return name;
   if (session.runtimeFolder.empty()) return {};
   return session.runtimeFolder + "/" + name;
@@ -124,9 +124,9 @@ std::vector<std::string> serverSockets(const SessionEnvironment& session) {
 std::vector<std::string> applicationFolders(const SessionEnvironment& session) {
   std::vector<std::string> folders;
   const auto add = [&folders](std::string folder) {
-    while (folder.size() > 1 && folder.back() == '/') folder.pop_back();
     // A relative folder would mean something else after each change of the working folder.
     if (!folder.starts_with('/')) return;
+    while (folder.ends_with('/')) folder.pop_back();
     folder += "/applications";
     if (std::find(folders.begin(), folders.end(), folder) == folders.end()) {
       folders.push_back(std::move(folder));

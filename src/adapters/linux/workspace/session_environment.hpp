@@ -15,15 +15,15 @@
 namespace velotap {
 
 struct SessionEnvironment {
-  std::string sessionType;      ///< XDG_SESSION_TYPE
-  std::string currentDesktop;   ///< XDG_CURRENT_DESKTOP
-  std::string runtimeFolder;    ///< XDG_RUNTIME_DIR
-  std::string display;          ///< DISPLAY
-  std::string waylandDisplay;   ///< WAYLAND_DISPLAY
-  std::string busAddress;       ///< DBUS_SESSION_BUS_ADDRESS, or the user's bus
-  std::string dataHome;         ///< XDG_DATA_HOME or its default; empty without a home
-  std::string dataDirectories;  ///< XDG_DATA_DIRS or its default, separated by colons
-  std::string locale;           ///< the locale of messages
+  std::string sessionType{};      ///< XDG_SESSION_TYPE
+  std::string currentDesktop{};   ///< XDG_CURRENT_DESKTOP
+  std::string runtimeFolder{};    ///< XDG_RUNTIME_DIR
+  std::string display{};          ///< DISPLAY
+  std::string waylandDisplay{};   ///< WAYLAND_DISPLAY
+  std::string busAddress{};       ///< DBUS_SESSION_BUS_ADDRESS, or the user's bus
+  std::string dataHome{};         ///< XDG_DATA_HOME or its default; empty without a home
+  std::string dataDirectories{};  ///< XDG_DATA_DIRS or its default, separated by colons
+  std::string locale{};           ///< the locale of messages
 
   using Lookup = std::function<const char*(const char* name)>;
   [[nodiscard]] static SessionEnvironment read(const Lookup& lookup);

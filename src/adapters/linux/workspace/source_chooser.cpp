@@ -45,6 +45,8 @@ SourceChooser::~SourceChooser() {
   cancel(retry_);
   cancel(answerLimit_);
   recovery_.disarm();
+  // First, so that nothing that the sources do while they are destroyed is heard.
+  ++round_;
 }
 
 void SourceChooser::start() {
@@ -75,8 +77,8 @@ void SourceChooser::tryNext() {
 }
 
 FrontSource::Listener SourceChooser::listenerFor(std::size_t candidate) {
-  const auto current = [=, this, round = round_, alive = std::weak_ptr<void>(alive_)] {
-    return !alive.expired() && round == round_ && attemptOf(candidate) != nullptr;
+  const auto current = [=, this, round = round_] {
+    return round == round_ && attemptOf(candidate) != nullptr;
   };
   return {
       .live =
@@ -205,7 +207,12 @@ void SourceChooser::dropAttempts() {
 
 void SourceChooser::releaseLater(std::unique_ptr<FrontSource> source) {
   // The source may be the one that is calling.
-  queue_.async([dead = std::shared_ptr<FrontSource>(std::move(source))] {});
+  if (retired_.empty()) {
+    queue_.async([this, alive = std::weak_ptr<void>(alive_)] {
+      if (!alive.expired()) retired_.clear();
+    });
+  }
+  retired_.push_back(std::move(source));
 }
 
 std::string SourceChooser::reasons() const {

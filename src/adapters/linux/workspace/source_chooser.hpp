@@ -105,7 +105,8 @@ class SourceChooser {
 
   Phase phase_ = Phase::idle;
   FrontSourceStatus status_;
-  std::vector<Attempt> attempts_;      ///< connected or connecting; one, the live one, when live
+  std::vector<Attempt> attempts_;  ///< connected or connecting; one, the live one, when live
+  std::vector<std::unique_ptr<FrontSource>> retired_;  ///< destroyed in the queue's next turn
   std::vector<std::string> failures_;  ///< reasons of the candidates that gave up in this round
   std::size_t next_ = 0;               ///< candidate to try when the present one is passed over
   unsigned round_ = 0;                 ///< callbacks of an earlier round's sources are stale
@@ -116,7 +117,7 @@ class SourceChooser {
   double liveSince_ = 0;
   std::shared_ptr<DelayedWork> retry_;
   std::shared_ptr<DelayedWork> answerLimit_;
-  const std::shared_ptr<void> alive_ = std::make_shared<char>();  ///< sources may outlive this
+  const std::shared_ptr<void> alive_ = std::make_shared<char>();  ///< tasks may outlive this
 };
 
 }  // namespace velotap

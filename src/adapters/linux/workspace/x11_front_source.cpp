@@ -157,10 +157,13 @@ class X11FrontSource final : public FrontSource {
         break;
       }
       case XCB_DESTROY_NOTIFY:
-        if (reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == check_) {
-          check_ = XCB_NONE;
-          goDormant(kNoManager);
-        }
+        windowGone(reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window);
+        break;
+      case XCB_UNMAP_NOTIFY:
+        activeWindowHidden(reinterpret_cast<const xcb_unmap_notify_event_t&>(event).window);
+        break;
+      case XCB_MAP_NOTIFY:
+        if (reinterpret_cast<const xcb_map_notify_event_t&>(event).window == active_) askActive();
         break;
       default:
         // Errors among them: a window that was asked about and is gone by now.
@@ -171,6 +174,21 @@ class X11FrontSource final : public FrontSource {
   void rootChanged(xcb_atom_t atom) {
     if (atom == atoms_[activeWindow]) askActive();
     if (atom == atoms_[supported] || atom == atoms_[supportingCheck]) askManager();
+  }
+
+  void windowGone(xcb_window_t window) {
+    if (window == check_) {
+      check_ = XCB_NONE;
+      goDormant(kNoManager);
+    }
+    activeWindowHidden(window);
+  }
+
+  /// Some managers let the property name the last window when that one is gone.
+  void activeWindowHidden(xcb_window_t window) {
+    if (window != active_) return;
+    ++question_;
+    if (live_) listener_.front(std::nullopt);
   }
 
   void activeWindowChanged(xcb_atom_t atom) {
@@ -251,7 +269,9 @@ class X11FrontSource final : public FrontSource {
     if (window != active_) {
       if (active_ != XCB_NONE) selectEvents(active_, XCB_EVENT_MASK_NO_EVENT);
       active_ = window;
-      if (active_ != XCB_NONE) selectEvents(active_, XCB_EVENT_MASK_PROPERTY_CHANGE);
+      if (active_ != XCB_NONE) {
+        selectEvents(active_, XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+      }
     }
     if (active_ != XCB_NONE) return askWindow();
     ++question_;

@@ -7,6 +7,8 @@
 #include <map>
 #include <string>
 
+#include "support/temporary_folder.hpp"
+
 namespace velotap {
 namespace {
 
@@ -15,12 +17,6 @@ using Texts = std::vector<std::string>;
 
 class DconfPlacesTest : public testing::Test {
  protected:
-  DconfPlacesTest() {
-    std::string pattern = (fs::temp_directory_path() / "velotap-dconf-XXXXXX").string();
-    root = mkdtemp(pattern.data());
-  }
-  ~DconfPlacesTest() override { fs::remove_all(root); }
-
   void write(const fs::path& path, const std::string& text) {
     fs::create_directories((root / path).parent_path());
     std::ofstream(root / path) << text;
@@ -34,7 +30,8 @@ class DconfPlacesTest : public testing::Test {
         root.string());
   }
 
-  fs::path root;
+  TemporaryFolder folder;
+  const fs::path root = folder.path();
   std::map<std::string, std::string> environment = {{"HOME", "/home/ann"},
                                                     {"XDG_DATA_DIRS", "/usr/share"}};
 };

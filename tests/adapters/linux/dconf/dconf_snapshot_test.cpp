@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 namespace velotap {
 namespace {
@@ -12,9 +13,10 @@ constexpr const char* kTouchpad = "org.gnome.desktop.peripherals.touchpad";
 constexpr const char* kSources = "org.gnome.desktop.input-sources";
 
 DconfSnapshot loaded(std::vector<std::string> databases, std::vector<std::string> desktops = {}) {
-  for (auto& database : databases) database = kData + "/" + database;
-  return DconfSnapshot::load(
-      {.databases = databases, .schemas = {kData + "/gschemas.compiled"}, .desktops = desktops});
+  for (auto& database : databases) database.insert(0, kData + "/");
+  return DconfSnapshot::load({.databases = databases,
+                              .schemas = {kData + "/gschemas.compiled"},
+                              .desktops = std::move(desktops)});
 }
 
 TEST(DconfSnapshot, whatIsSetWins) {

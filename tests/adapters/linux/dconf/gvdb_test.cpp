@@ -94,8 +94,8 @@ TEST(Gvdb, aKeyWhosePartsGoRoundInACircleIsNotFound) {
   const auto table = GvdbTable::open(bytes);
   ASSERT_TRUE(table->contains("/org/"));
   const auto word = [&](std::size_t at) {
-    return static_cast<unsigned char>(bytes[at]) |
-           static_cast<unsigned>(static_cast<unsigned char>(bytes[at + 1])) << 8;
+    return std::size_t{static_cast<unsigned char>(bytes[at])} |
+           std::size_t{static_cast<unsigned char>(bytes[at + 1])} << 8;
   };
   const std::size_t begin = word(16);
   const std::size_t end = word(20);

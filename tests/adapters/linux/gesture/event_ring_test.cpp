@@ -34,6 +34,7 @@ TEST(EventRing, losesNothingBetweenManyThreadsAndKeepsEachOnesOrder) {
   constexpr int kItems = 20'000;
   EventRing<int, 64> ring;
   std::vector<std::thread> threads;
+  threads.reserve(kThreads);
   for (int t = 0; t < kThreads; ++t) {
     threads.emplace_back([&, t] {
       for (int i = 0; i < kItems; ++i) {

@@ -12,9 +12,9 @@
 namespace velotap {
 namespace {
 
-LayoutKeys layout(const char* name, const char* variant = "", unsigned group = 0) {
-  auto keys =
-      compileNames({.model = "pc105", .layout = name, .variant = variant, .options = ""}, group);
+LayoutKeys layout(const char* name, const char* variant = "", std::size_t group = 0) {
+  const auto keys = groupAt(
+      compileNames({.model = "pc105", .layout = name, .variant = variant, .options = ""}), group);
   if (!keys) throw std::runtime_error(name);
   return *keys;
 }
@@ -87,16 +87,22 @@ TEST(LayoutKeys, aVariantCounts) {
 }
 
 TEST(KeymapCompiler, namesThatNobodyKnowsGiveNothing) {
-  EXPECT_FALSE(compileNames(
-      {.model = "pc105", .layout = "no-such-layout", .variant = "", .options = ""}, 0));
-  EXPECT_FALSE(
-      compileNames({.model = "pc105", .layout = "de", .variant = "no-such", .options = ""}, 0));
+  EXPECT_TRUE(
+      compileNames({.model = "pc105", .layout = "no-such", .variant = "", .options = ""}).empty());
+  EXPECT_TRUE(compileNames({.model = "pc105", .layout = "de", .variant = "no-such", .options = ""})
+                  .empty());
+  EXPECT_FALSE(groupAt({}, 0));
+}
+
+TEST(KeymapCompiler, namesThatAreLeftOutAreTheSystemsDefault) {
+  EXPECT_EQ(compileNames({.model = "", .layout = "fr", .variant = "", .options = ""}).at(0),
+            layout("fr"));
 }
 
 TEST(KeymapCompiler, textThatIsNoKeymapGivesNothing) {
-  EXPECT_FALSE(compileText("", 0));
-  EXPECT_FALSE(compileText("xkb_keymap { broken", 0));
-  EXPECT_FALSE(compileText(std::string_view("\0\0\0\0", 4), 0));
+  EXPECT_TRUE(compileText("").empty());
+  EXPECT_TRUE(compileText("xkb_keymap { broken").empty());
+  EXPECT_TRUE(compileText(std::string_view("\0\0\0\0", 4)).empty());
 }
 
 TEST(KeymapCompiler, aKeymapsTextTypesWhatItsNamesDo) {
@@ -107,8 +113,7 @@ TEST(KeymapCompiler, aKeymapsTextTypesWhatItsNamesDo) {
       xkb_keymap_new_from_names(context.get(), &names, XKB_KEYMAP_COMPILE_NO_FLAGS));
   const std::unique_ptr<char, decltype(&std::free)> text(
       xkb_keymap_get_as_string(keymap.get(), XKB_KEYMAP_FORMAT_TEXT_V1), &std::free);
-  EXPECT_EQ(compileText(text.get(), 1), layout("fr"));
-  EXPECT_EQ(compileText(text.get(), 0), layout("us"));
+  EXPECT_EQ(compileText(text.get()), (LayoutGroups{layout("us"), layout("fr")}));
 }
 
 }  // namespace

@@ -61,8 +61,8 @@ class ChordOnLayout : public testing::TestWithParam<LayoutCase> {};
 
 TEST_P(ChordOnLayout, everyShortcutBecomesTheDesktopsOwn) {
   const LayoutCase& c = GetParam();
-  const auto keys =
-      compileNames({.model = "pc105", .layout = c.layout, .variant = c.variant, .options = ""}, 0);
+  const auto keys = groupAt(
+      compileNames({.model = "pc105", .layout = c.layout, .variant = c.variant, .options = ""}), 0);
   ASSERT_TRUE(keys);
   const auto chordFor = [&](const std::vector<std::string>& characters, std::uint16_t fallback) {
     return shortcutChord(codeFor(*keys, characters, fallback), kCommandFlag, &*keys);

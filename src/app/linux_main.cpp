@@ -1,0 +1,92 @@
+// The background program on Linux.
+
+#include <sys/signalfd.h>
+
+#include <csignal>
+#include <cstdio>
+#include <iostream>
+
+#include "adapters/linux/desktop/linux_desktop.hpp"
+#include "adapters/linux/runtime/descriptor.hpp"
+#include "app/command_line.hpp"
+#include "app/diagnostics.hpp"
+#include "config/app_identity.hpp"
+#include "control/controller.hpp"
+#include "input/device_watcher.hpp"
+#include "output/shortcut_key_codes.hpp"
+
+namespace velotap {
+namespace {
+
+// Interrupts become an orderly end. They are taken from a descriptor, so every thread that is
+// started later must have them blocked: this comes first.
+Descriptor takeInterrupts() {
+  sigset_t interrupts;
+  sigemptyset(&interrupts);
+  sigaddset(&interrupts, SIGINT);
+  sigaddset(&interrupts, SIGTERM);
+  sigaddset(&interrupts, SIGHUP);
+  sigprocmask(SIG_BLOCK, &interrupts, nullptr);
+  return Descriptor(::signalfd(-1, &interrupts, SFD_CLOEXEC | SFD_NONBLOCK));
+}
+
+int diagnose(DiagnosticsMode mode) {
+  const PosixClock clock;
+  DlLibraryLoader libraries;
+  MT multitouch(libraries);
+  return runDiagnostics(mode, {.multitouch = multitouch,
+                               .uptime = [&clock] { return clock.uptime(); },
+                               .runMainLoop =
+                                   [] {
+                                     while (true) ::pause();  // until Ctrl-C ends the process
+                                   }});
+}
+
+void tellWhatIsMissing() {
+  const AccessProblems problems = findAccessProblems();
+  if (!problems.none()) std::cerr << "velotap: " << problems.text() << std::endl;
+}
+
+int runInBackground() {
+  // Whoever read the diagnostic lines may go; that is no reason to stop working.
+  std::signal(SIGPIPE, SIG_IGN);
+  const Descriptor interrupts = takeInterrupts();
+  LinuxDesktop desktop(Config::debug());
+  Platform& platform = desktop.platform();
+  AppIdentity::migratePreferences(platform.preferences);
+  Platform::setCurrent(platform);
+  if (!MT::shared().isAvailable()) {
+    std::cerr << "velotap: the multitouch library " << platform.libraries.multitouchLibraryPath()
+              << " is unavailable" << std::endl;
+    return 1;
+  }
+  ShortcutKeyCodes::shared().start();
+  AppTracker::shared().start();
+  DeviceWatcher watcher(platform.clock, platform.mainQueue, platform.notices, platform.log);
+  watcher.start([] { Controller::shared().stop(); }, [] { Controller::shared().restart(); });
+  tellWhatIsMissing();
+  Controller::shared().start();
+  const Observation interrupted =
+      desktop.mainQueue().watch(interrupts.get(), DescriptorLoop::Interest::readable,
+                                [&desktop] { desktop.mainQueue().stop(); });
+  desktop.mainQueue().run();
+  Controller::shared().stop();
+  return 0;
+}
+
+}  // namespace
+}  // namespace velotap
+
+int main(int argc, char** argv) {
+  using namespace velotap;
+  if (const auto mode = diagnosticsMode(argc, argv)) return diagnose(*mode);
+  const CommandLine line = parseCommandLine(argc, argv);
+  if (line.help || line.version) {
+    std::cout << (line.help ? helpText() : versionText());
+    return 0;
+  }
+  for (const std::string_view argument : line.unknown) {
+    std::cerr << "velotap: unknown option " << argument << " ignored (see --help)" << std::endl;
+  }
+  return runInBackground();
+}

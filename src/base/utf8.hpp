@@ -1,0 +1,25 @@
+// Reads UTF-8 strictly: nothing overlong, no surrogates, nothing beyond Unicode, nothing cut off.
+//
+// Pure; any thread; allocates nothing.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+namespace velotap {
+
+struct Utf8Character {
+  char32_t code = 0;
+  std::size_t length = 0;  ///< in bytes, 1 to 4
+};
+
+/// The character that starts at byte `start`, which must be inside the text; nothing when the bytes
+/// there are not one.
+[[nodiscard]] std::optional<Utf8Character> utf8CharacterAt(std::string_view text,
+                                                           std::size_t start) noexcept;
+
+/// Is every byte part of a character? The empty text qualifies.
+[[nodiscard]] bool isUtf8(std::string_view text) noexcept;
+
+}  // namespace velotap

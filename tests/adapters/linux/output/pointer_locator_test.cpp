@@ -1,0 +1,183 @@
+#include "adapters/linux/output/pointer_locator.hpp"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <xcb/xcb.h>
+
+#include <array>
+#include <csignal>
+#include <cstdlib>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace velotap {
+namespace {
+
+class SteppedClock final : public Clock {
+ public:
+  [[nodiscard]] double uptime() const noexcept override { return now; }
+  [[nodiscard]] std::chrono::system_clock::time_point date() const noexcept override { return {}; }
+  double now = 1000;
+};
+
+// Keeps tasks until the test has them run.
+class HeldQueue final : public MainQueue {
+ public:
+  void async(Task task) override { tasks.push_back(std::move(task)); }
+  std::shared_ptr<DelayedWork> asyncAfter(double, Task) override { return nullptr; }
+  [[nodiscard]] bool isCurrent() const override { return true; }
+  void run() {
+    for (const Task& task : std::exchange(tasks, {})) task();
+  }
+  std::vector<Task> tasks;
+};
+
+// An X server without a screen, on a display number that it chooses itself.
+class XServer {
+ public:
+  XServer() {
+    std::array<int, 2> ends{};
+    if (pipe(ends.data()) != 0) return;
+    process_ = fork();
+    if (process_ == 0) {
+      close(ends[0]);
+      const std::string number = std::to_string(ends[1]);
+      const int sink = open("/dev/null", O_WRONLY);
+      dup2(sink, STDERR_FILENO);
+      execlp("Xvfb", "Xvfb", "-displayfd", number.c_str(), "-noreset", "-screen", "0", "640x480x24",
+             "-nolisten", "tcp", nullptr);
+      _exit(127);
+    }
+    close(ends[1]);
+    std::string number;
+    for (char c = 0; read(ends[0], &c, 1) == 1 && c != '\n';) number += c;
+    close(ends[0]);
+    if (!number.empty()) display_ = ":" + number;
+  }
+  ~XServer() { stop(); }
+  XServer(const XServer&) = delete;
+  XServer& operator=(const XServer&) = delete;
+
+  [[nodiscard]] const std::string& display() const { return display_; }
+  void signal(int number) const { kill(process_, number); }
+  void stop() {
+    if (process_ <= 0) return;
+    kill(process_, SIGCONT);
+    kill(process_, SIGKILL);
+    waitpid(process_, nullptr, 0);
+    process_ = -1;
+  }
+  // Moves the pointer, and returns once the server has done so.
+  void movePointer(std::int16_t x, std::int16_t y) const {
+    xcb_connection_t* connection = xcb_connect(display_.c_str(), nullptr);
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+    xcb_generic_error_t* error = xcb_request_check(
+        connection, xcb_warp_pointer_checked(connection, XCB_NONE, root, 0, 0, 0, 0, x, y));
+    ASSERT_EQ(error, nullptr);
+    xcb_disconnect(connection);
+  }
+
+ private:
+  pid_t process_ = -1;
+  std::string display_;
+};
+
+class PointerLocatorTest : public testing::Test {
+ protected:
+  PointerLocatorTest() {
+    unsetenv("DISPLAY");
+    unsetenv("WAYLAND_DISPLAY");
+  }
+  void use(const XServer& server) {
+    ASSERT_FALSE(server.display().empty()) << "Xvfb did not start; is it installed?";
+    setenv("DISPLAY", server.display().c_str(), 1);
+  }
+
+  SteppedClock clock;
+  HeldQueue queue;
+};
+
+TEST_F(PointerLocatorTest, WithoutASessionThereIsNoLocationAndNoAttempt) {
+  PointerLocator locator(clock, queue);
+  clock.now += 100;
+  EXPECT_EQ(locator.location(), std::nullopt);
+  EXPECT_TRUE(queue.tasks.empty());
+}
+
+TEST_F(PointerLocatorTest, AServerThatIsNotThereIsNoError) {
+  setenv("DISPLAY", ":987654", 1);
+  PointerLocator locator(clock, queue);
+  EXPECT_EQ(locator.location(), std::nullopt);
+}
+
+TEST_F(PointerLocatorTest, TellsWhereThePointerIs) {
+  const XServer server;
+  use(server);
+  PointerLocator locator(clock, queue);
+  server.movePointer(123, 45);
+  EXPECT_EQ(locator.location(), (Point{.x = 123, .y = 45}));
+  server.movePointer(0, 479);
+  EXPECT_EQ(locator.location(), (Point{.x = 0, .y = 479}));
+}
+
+TEST_F(PointerLocatorTest, UnderWaylandTheXServerIsNotBelieved) {
+  const XServer server;
+  use(server);
+  setenv("WAYLAND_DISPLAY", "wayland-0", 1);
+  PointerLocator locator(clock, queue);
+  EXPECT_EQ(locator.location(), std::nullopt);
+}
+
+TEST_F(PointerLocatorTest, AHangingServerCostsTheAnswerOnly) {
+  const XServer server;
+  use(server);
+  PointerLocator locator(clock, queue);
+  server.signal(SIGSTOP);
+  EXPECT_EQ(locator.location(), std::nullopt);
+  server.signal(SIGCONT);
+  server.movePointer(7, 8);  // the server serves again once this has returned
+  EXPECT_EQ(locator.location(), (Point{.x = 7, .y = 8}));
+}
+
+TEST_F(PointerLocatorTest, ADeadServerIsAskedForAgainOnTheMainThreadAfterAWhile) {
+  std::optional<XServer> server;
+  server.emplace();
+  use(*server);
+  PointerLocator locator(clock, queue);
+  ASSERT_NE(locator.location(), std::nullopt);
+  server->stop();
+  EXPECT_EQ(locator.location(), std::nullopt);
+
+  const XServer next;
+  use(next);
+  next.movePointer(11, 12);
+  clock.now += 9.9;
+  EXPECT_EQ(locator.location(), std::nullopt);
+  EXPECT_TRUE(queue.tasks.empty()) << "too soon";
+  clock.now += 0.1;
+  EXPECT_EQ(locator.location(), std::nullopt) << "the caller never waits for a connection";
+  ASSERT_EQ(queue.tasks.size(), 1U);
+  EXPECT_EQ(locator.location(), std::nullopt);
+  EXPECT_EQ(queue.tasks.size(), 1U) << "one attempt at a time";
+  queue.run();
+  EXPECT_EQ(locator.location(), (Point{.x = 11, .y = 12}));
+}
+
+TEST_F(PointerLocatorTest, AnAttemptMayOutliveTheLocator) {
+  setenv("DISPLAY", ":987654", 1);
+  {
+    PointerLocator locator(clock, queue);
+    clock.now += 10;
+    EXPECT_EQ(locator.location(), std::nullopt);
+  }
+  ASSERT_EQ(queue.tasks.size(), 1U);
+  queue.run();
+}
+
+}  // namespace
+}  // namespace velotap

@@ -1,0 +1,35 @@
+// A folder that lives as long as a test.
+#pragma once
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <string>
+
+namespace velotap {
+
+class TemporaryFolder {
+ public:
+  TemporaryFolder() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "velotap-test-XXXXXX").string();
+    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("mkdtemp");
+    path_ = pattern;
+  }
+  ~TemporaryFolder() { std::filesystem::remove_all(path_); }
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+  [[nodiscard]] const std::filesystem::path& path() const noexcept { return path_; }
+  /// As careful programs write: a new file in the place of the old one.
+  void replace(const std::filesystem::path& file, const std::string& text) const {
+    std::filesystem::create_directories((path_ / file).parent_path());
+    std::ofstream(path_ / "replacement", std::ios::binary) << text;
+    std::filesystem::rename(path_ / "replacement", path_ / file);
+  }
+
+ private:
+  std::filesystem::path path_;
+};
+
+}  // namespace velotap
