@@ -54,9 +54,12 @@ std::vector<fs::path> filesWith(const fs::path& folder, std::string_view extensi
   return files;
 }
 
-// "swipe/back" for .../swipe/back.scenario.
+// "swipe/fourth_finger" for .../swipe/fourth-finger.scenario: a '-' would begin the second half of a
+// test filter.
 std::string nameOf(const fs::path& file) {
-  return file.parent_path().filename().string() + "/" + file.stem().string();
+  std::string name = file.parent_path().filename().string() + "/" + file.stem().string();
+  std::replace(name.begin(), name.end(), '-', '_');
+  return name;
 }
 
 struct Outcome {
