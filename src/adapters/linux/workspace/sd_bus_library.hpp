@@ -41,7 +41,7 @@ namespace velotap {
   USE(sd_bus_start)
 
 struct SdBusLibrary {
-#define VELOTAP_MEMBER(name) decltype(&::name) name = nullptr;
+#define VELOTAP_MEMBER(name) decltype(&::name) name = nullptr;  // NOLINT: names take no parentheses
   VELOTAP_SD_BUS_FUNCTIONS(VELOTAP_MEMBER)
 #undef VELOTAP_MEMBER
 
