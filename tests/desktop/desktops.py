@@ -3,7 +3,7 @@
 import os
 import re
 
-from session import Appearance, Expected, Missing, PATIENCE, listening
+from session import PATIENCE, Appearance, Expected, listening
 
 
 class Desktop:
