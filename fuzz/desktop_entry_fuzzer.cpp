@@ -8,6 +8,7 @@
 #include "adapters/linux/workspace/application_index.hpp"
 #include "adapters/linux/workspace/desktop_entry.hpp"
 #include "adapters/linux/workspace/x11_properties.hpp"
+#include "base/utf8.hpp"
 
 namespace {
 

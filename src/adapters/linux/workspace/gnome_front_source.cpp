@@ -20,8 +20,8 @@ class GnomeFrontSource final : public FrontSource {
 
   void start(Listener listener) override {
     listener_ = std::move(listener);
-    if (!bus_.open(busAddress_)) {
-      return listener_.failed(SourceFailure::unreachable, "no session bus answers");
+    if (const auto refusal = bus_.refusalToOpen(busAddress_)) {
+      return listener_.failed(refusal->failure, refusal->reason);
     }
     bus_.followOwner(kService, [this](const std::string& owner) { ownerChanged(owner); });
   }
@@ -35,12 +35,12 @@ class GnomeFrontSource final : public FrontSource {
       return listener_.dormant("the Velotap extension of GNOME Shell does not run");
     }
     changes_ = bus_.onSignal({owner.c_str(), kObject, kInterface, "FrontChanged"},
-                             [this](sd_bus_message* message) { report(message); });
+                             [this](BusMessage message) { report(message); });
     // Asked after the signal was subscribed to, so that no change is missed in between.
     bus_.call({owner.c_str(), kObject, kInterface, "Front"}, {},
-              [this, round = round_](sd_bus_message* reply) {
+              [this, round = round_](BusMessage reply) {
                 if (round != round_) return;
-                if (reply == nullptr) {
+                if (!reply) {
                   return listener_.dormant("the Velotap extension of GNOME Shell does not answer");
                 }
                 live_ = true;
@@ -49,22 +49,15 @@ class GnomeFrontSource final : public FrontSource {
               });
   }
 
-  void report(sd_bus_message* message) {
+  void report(BusMessage message) {
     if (!live_) return;
-    int present = 0;
-    const char* appId = nullptr;
-    const char* windowClass = nullptr;
-    const char* instance = nullptr;
-    std::uint32_t pid = 0;
-    if (sd_bus_message_read(message, "bsssu", &present, &appId, &windowClass, &instance, &pid) <
-        0) {
-      return;
-    }
-    if (present == 0) return listener_.front(std::nullopt);
-    listener_.front(FrontWindow{.appId = appId,
-                                .windowClass = windowClass,
-                                .instance = instance,
-                                .pid = static_cast<int>(pid)});
+    const auto present = message.boolean();
+    if (!present) return;  // not what our extension says
+    if (!*present) return listener_.front(std::nullopt);
+    FrontWindow window{
+        .appId = message.text(), .windowClass = message.text(), .instance = message.text()};
+    window.pid = static_cast<int>(message.number().value_or(0));
+    listener_.front(std::move(window));
   }
 
   const std::string busAddress_;

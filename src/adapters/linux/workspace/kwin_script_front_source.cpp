@@ -66,11 +66,11 @@ class KwinScriptFrontSource final : public FrontSource {
 
   void start(Listener listener) override {
     listener_ = std::move(listener);
-    if (!bus_.open(busAddress_)) {
-      return listener_.failed(SourceFailure::unreachable, "no session bus answers");
+    if (const auto refusal = bus_.refusalToOpen(busAddress_)) {
+      return listener_.failed(refusal->failure, refusal->reason);
     }
     if (!bus_.onCall(kFrontObject, kFrontInterface, kActivatedMember,
-                     [this](sd_bus_message* message) { activated(message); })) {
+                     [this](BusMessage message) { activated(message); })) {
       return listener_.failed(SourceFailure::absent, "the session bus refused an object");
     }
     bus_.followOwner(kService, [this](std::string owner) { ownerChanged(std::move(owner)); });
@@ -86,7 +86,7 @@ class KwinScriptFrontSource final : public FrontSource {
     if (owner_.empty()) return listener_.dormant("no KWin is on the session bus");
     // Unloading comes first: a script left behind by a crash would keep ours from loading.
     const unsigned load = load_;
-    bus_.call(method("unloadScript"), {kKwinScriptName}, [this, load](sd_bus_message*) {
+    bus_.call(method("unloadScript"), {kKwinScriptName}, [this, load](BusMessage) {
       if (load == load_) loadScript();
     });
   }
@@ -95,16 +95,13 @@ class KwinScriptFrontSource final : public FrontSource {
     file_ = std::make_unique<ScriptFile>(runtimeFolder_, kwinScriptText(bus_.uniqueName()));
     if (!file_->whole()) return refused("the script for KWin cannot be written");
     bus_.call(method("loadScript"), {file_->path(), kKwinScriptName},
-              [this, load = load_](sd_bus_message* reply) {
+              [this, load = load_](BusMessage reply) {
                 if (load == load_) scriptLoaded(reply);
               });
   }
 
-  void scriptLoaded(sd_bus_message* reply) {
-    int id = -1;
-    if (reply == nullptr || sd_bus_message_read(reply, "i", &id) < 0 || id < 0) {
-      return refused("KWin refuses scripts");
-    }
+  void scriptLoaded(BusMessage reply) {
+    if (reply.integer().value_or(-1) < 0) return refused("KWin refuses scripts");
     loaded_ = true;
     // Starts what is loaded and does not run yet. The script then reports by itself, which is the
     // proof that it runs: there is nothing to learn from the answer.
@@ -116,14 +113,12 @@ class KwinScriptFrontSource final : public FrontSource {
     listener_.failed(SourceFailure::absent, reason);
   }
 
-  void activated(sd_bus_message* message) {
-    const char* const sender = sd_bus_message_get_sender(message);
-    if (sender == nullptr || owner_ != sender) return;
-    const bool present = !readText(message).empty();
-    FrontWindow window{.appId = readText(message),
-                       .windowClass = readText(message),
-                       .instance = readText(message)};
-    window.pid = numberIn(readText(message));
+  void activated(BusMessage message) {
+    if (owner_.empty() || message.sender() != owner_) return;
+    const bool present = !message.text().empty();
+    FrontWindow window{
+        .appId = message.text(), .windowClass = message.text(), .instance = message.text()};
+    window.pid = numberIn(message.text());
     if (!live_) {
       live_ = true;
       file_.reset();

@@ -8,30 +8,45 @@
 #include <ctime>
 #include <utility>
 
+#include "adapters/linux/workspace/sd_bus_library.hpp"
+
 namespace velotap {
 namespace {
 
 struct MessageRelease {
-  void operator()(sd_bus_message* message) const noexcept { sd_bus_message_unref(message); }
+  const SdBusLibrary* library;
+  void operator()(sd_bus_message* message) const noexcept {
+    library->sd_bus_message_unref(message);
+  }
 };
 using Message = std::unique_ptr<sd_bus_message, MessageRelease>;
 
 constexpr SessionBus::Method kGetNameOwner{"org.freedesktop.DBus", "/org/freedesktop/DBus",
                                            "org.freedesktop.DBus", "GetNameOwner"};
 
-Message newCall(sd_bus* bus, const SessionBus::Method& method,
+Message newCall(const SdBusLibrary& library, sd_bus* bus, const SessionBus::Method& method,
                 const std::vector<std::string>& arguments) {
   sd_bus_message* raw = nullptr;
-  if (sd_bus_message_new_method_call(bus, &raw, method.service, method.path, method.interface,
-                                     method.member) < 0) {
-    return nullptr;
+  if (library.sd_bus_message_new_method_call(bus, &raw, method.service, method.path,
+                                             method.interface, method.member) < 0) {
+    return Message(nullptr, {&library});
   }
-  Message message(raw);
-  sd_bus_message_set_auto_start(raw, 0);
+  Message message(raw, {&library});
+  library.sd_bus_message_set_auto_start(raw, 0);
   for (const std::string& argument : arguments) {
-    if (sd_bus_message_append(raw, "s", argument.c_str()) < 0) return nullptr;
+    if (library.sd_bus_message_append_basic(raw, 's', argument.c_str()) < 0)
+      return {nullptr, {&library}};
   }
   return message;
+}
+
+template <typename Value>
+std::optional<Value> readBasic(const SdBusLibrary* library, sd_bus_message* message, char type) {
+  Value value{};
+  if (message == nullptr || library->sd_bus_message_read_basic(message, type, &value) <= 0) {
+    return std::nullopt;
+  }
+  return value;
 }
 
 /// Seconds until a moment of the monotonic clock in microseconds.
@@ -45,11 +60,39 @@ double secondsUntil(std::uint64_t moment) {
 
 }  // namespace
 
+std::string BusMessage::text() {
+  // The text belongs to the message.
+  const auto text = readBasic<const char*>(library_, message_, SD_BUS_TYPE_STRING);
+  return text && *text != nullptr ? std::string(*text) : std::string();
+}
+
+std::optional<std::int32_t> BusMessage::integer() {
+  return readBasic<std::int32_t>(library_, message_, SD_BUS_TYPE_INT32);
+}
+
+std::optional<std::uint32_t> BusMessage::number() {
+  return readBasic<std::uint32_t>(library_, message_, SD_BUS_TYPE_UINT32);
+}
+
+std::optional<bool> BusMessage::boolean() {
+  // The library writes truth values as int.
+  const auto value = readBasic<int>(library_, message_, SD_BUS_TYPE_BOOLEAN);
+  return value ? std::optional(*value != 0) : std::nullopt;
+}
+
+std::string BusMessage::sender() const {
+  if (message_ == nullptr) return {};
+  const char* const sender = library_->sd_bus_message_get_sender(message_);
+  return sender == nullptr ? std::string() : std::string(sender);
+}
+
 struct SessionBus::Slot {
   Slot(SessionBus& owner, Handler what) : bus(owner), handler(std::move(what)) {}
   Slot(const Slot&) = delete;
   Slot& operator=(const Slot&) = delete;
-  ~Slot() { sd_bus_slot_unref(slot); }
+  ~Slot() { library().sd_bus_slot_unref(slot); }
+
+  [[nodiscard]] const SdBusLibrary& library() const noexcept { return *bus.library_; }
 
   SessionBus& bus;
   Handler handler;
@@ -61,22 +104,31 @@ struct SessionBus::Slot {
 struct SessionBus::Handlers {
   static int reply(sd_bus_message* message, void* data, sd_bus_error* /*error*/) {
     auto& slot = *static_cast<Slot*>(data);
+    const SdBusLibrary& library = slot.library();
     const Handler handler = std::move(slot.handler);
     slot.bus.forget(&slot);
-    handler(sd_bus_message_is_method_error(message, nullptr) > 0 ? nullptr : message);
+    const bool failed = library.sd_bus_message_is_method_error(message, nullptr) > 0;
+    handler(failed ? BusMessage() : BusMessage(library, message));
     return 1;
   }
   static int signal(sd_bus_message* message, void* data, sd_bus_error* /*error*/) {
+    auto& slot = *static_cast<Slot*>(data);
     // A copy: the handler may withdraw itself.
-    const Handler handler = static_cast<Slot*>(data)->handler;
-    handler(message);
+    const Handler handler = slot.handler;
+    handler(BusMessage(slot.library(), message));
     return 0;
   }
   static int call(sd_bus_message* message, void* data, sd_bus_error* /*error*/) {
     auto& slot = *static_cast<Slot*>(data);
-    if (sd_bus_message_is_method_call(message, slot.interface, slot.member) <= 0) return 0;
-    slot.handler(message);
-    return sd_bus_reply_method_return(message, "") < 0 ? 0 : 1;
+    const SdBusLibrary& library = slot.library();
+    if (library.sd_bus_message_is_method_call(message, slot.interface, slot.member) <= 0) return 0;
+    slot.handler(BusMessage(library, message));
+    if (library.sd_bus_message_get_expect_reply(message) == 0) return 1;
+    sd_bus_message* answer = nullptr;
+    if (library.sd_bus_message_new_method_return(message, &answer) < 0) return 0;
+    const Message owner(answer, {&library});
+    library.sd_bus_send(nullptr, answer, nullptr);
+    return 1;
   }
 };
 
@@ -88,17 +140,19 @@ SessionBus::~SessionBus() {
   ready_.reset();
   if (timeout_ != nullptr) timeout_->cancel();
   slots_.clear();
-  if (bus_ != nullptr) sd_bus_close_unref(bus_);
+  if (bus_ != nullptr) library_->sd_bus_close_unref(bus_);
 }
 
-bool SessionBus::open(const std::string& address) {
-  if (sd_bus_new(&bus_) < 0) return false;
-  if (sd_bus_set_address(bus_, address.c_str()) < 0 || sd_bus_set_bus_client(bus_, 1) < 0 ||
-      sd_bus_start(bus_) < 0) {
-    return false;
+std::optional<SessionBus::Refusal> SessionBus::refusalToOpen(const std::string& address) {
+  library_ = SdBusLibrary::load();
+  if (library_ == nullptr)
+    return Refusal{SourceFailure::absent, "no library for the session bus is installed"};
+  if (library_->sd_bus_new(&bus_) < 0 || library_->sd_bus_set_address(bus_, address.c_str()) < 0 ||
+      library_->sd_bus_set_bus_client(bus_, 1) < 0 || library_->sd_bus_start(bus_) < 0) {
+    return Refusal{SourceFailure::unreachable, "no session bus answers"};
   }
   arrange();
-  return true;
+  return std::nullopt;
 }
 
 SessionBus::Slot& SessionBus::newSlot(Handler handler) {
@@ -112,29 +166,30 @@ void SessionBus::forget(const Slot* slot) {
 
 void SessionBus::call(const Method& method, const std::vector<std::string>& arguments,
                       Handler reply) {
-  const Message message = newCall(bus_, method, arguments);
+  const Message message = newCall(*library_, bus_, method, arguments);
   Slot& slot = newSlot(std::move(reply));
-  if (message != nullptr &&
-      sd_bus_call_async(bus_, &slot.slot, message.get(), &Handlers::reply, &slot, 0) >= 0) {
+  if (message != nullptr && library_->sd_bus_call_async(bus_, &slot.slot, message.get(),
+                                                        &Handlers::reply, &slot, 0) >= 0) {
     return arrange();
   }
   const Handler handler = std::move(slot.handler);
   forget(&slot);
-  handler(nullptr);
+  handler({});
 }
 
 void SessionBus::tell(const Method& method, const std::vector<std::string>& arguments) {
-  const Message message = newCall(bus_, method, arguments);
+  const Message message = newCall(*library_, bus_, method, arguments);
   if (message == nullptr) return;
-  sd_bus_message_set_expect_reply(message.get(), 0);
-  sd_bus_send(bus_, message.get(), nullptr);
+  library_->sd_bus_message_set_expect_reply(message.get(), 0);
+  library_->sd_bus_send(bus_, message.get(), nullptr);
   arrange();
 }
 
 Observation SessionBus::onSignal(const Method& signal, Handler received) {
   Slot& slot = newSlot(std::move(received));
-  if (sd_bus_match_signal_async(bus_, &slot.slot, signal.service, signal.path, signal.interface,
-                                signal.member, &Handlers::signal, nullptr, &slot) < 0) {
+  if (library_->sd_bus_match_signal_async(bus_, &slot.slot, signal.service, signal.path,
+                                          signal.interface, signal.member, &Handlers::signal,
+                                          nullptr, &slot) < 0) {
     forget(&slot);
     return {};
   }
@@ -149,7 +204,7 @@ bool SessionBus::onCall(const char* path, const char* interface, const char* mem
   Slot& slot = newSlot(std::move(received));
   slot.interface = interface;
   slot.member = member;
-  if (sd_bus_add_object(bus_, &slot.slot, path, &Handlers::call, &slot) >= 0) return true;
+  if (library_->sd_bus_add_object(bus_, &slot.slot, path, &Handlers::call, &slot) >= 0) return true;
   forget(&slot);
   return false;
 }
@@ -160,42 +215,39 @@ void SessionBus::followOwner(const std::string& name,
       "type='signal',sender='org.freedesktop.DBus',interface='org.freedesktop.DBus',"
       "member='NameOwnerChanged',arg0='" +
       name + "'";
-  Slot& slot = newSlot([changed](sd_bus_message* message) {
-    const char* subject = nullptr;
-    const char* before = nullptr;
-    const char* now = nullptr;
-    if (sd_bus_message_read(message, "sss", &subject, &before, &now) < 0) return;
-    changed(now);
+  Slot& slot = newSlot([changed](BusMessage message) {
+    static_cast<void>(message.text());  // the name
+    static_cast<void>(message.text());  // its owner until now
+    changed(message.text());
   });
-  if (sd_bus_add_match_async(bus_, &slot.slot, rule.c_str(), &Handlers::signal, nullptr, &slot) <
-      0) {
+  if (library_->sd_bus_add_match_async(bus_, &slot.slot, rule.c_str(), &Handlers::signal, nullptr,
+                                       &slot) < 0) {
     forget(&slot);
   }
   // Asked after the match, so that no change is missed in between.
-  call(kGetNameOwner, {name}, [changed = std::move(changed)](sd_bus_message* message) {
-    changed(message == nullptr ? std::string() : readText(message));
-  });
+  call(kGetNameOwner, {name},
+       [changed = std::move(changed)](BusMessage message) { changed(message.text()); });
 }
 
 std::string SessionBus::uniqueName() const {
   // Asked before the connection stands, the library would wait for it.
-  if (sd_bus_is_ready(bus_) <= 0) return {};
+  if (library_->sd_bus_is_ready(bus_) <= 0) return {};
   const char* name = nullptr;
-  return sd_bus_get_unique_name(bus_, &name) < 0 ? std::string() : std::string(name);
+  return library_->sd_bus_get_unique_name(bus_, &name) < 0 ? std::string() : std::string(name);
 }
 
 void SessionBus::serve() {
   int result = 0;
   do {
-    result = sd_bus_process(bus_, nullptr);
+    result = library_->sd_bus_process(bus_, nullptr);
   } while (result > 0);
   if (result < 0) return lose("the session bus closed the connection");
   arrange();
 }
 
 void SessionBus::arrange() {
-  const int events = sd_bus_get_events(bus_);
-  const int descriptor = sd_bus_get_fd(bus_);
+  const int events = library_->sd_bus_get_events(bus_);
+  const int descriptor = library_->sd_bus_get_fd(bus_);
   if (events < 0 || descriptor < 0) return;  // found out by the processing that follows
   const bool wantsToWrite = (events & POLLOUT) != 0;
   if (!ready_.active() || wantsToWrite != wantsToWrite_) {
@@ -208,7 +260,7 @@ void SessionBus::arrange() {
   }
   if (timeout_ != nullptr) std::exchange(timeout_, nullptr)->cancel();
   std::uint64_t moment = 0;
-  if (sd_bus_get_timeout(bus_, &moment) < 0 || moment == UINT64_MAX) return;
+  if (library_->sd_bus_get_timeout(bus_, &moment) < 0 || moment == UINT64_MAX) return;
   timeout_ = queue_.asyncAfter(secondsUntil(moment), [this] {
     timeout_ = nullptr;
     serve();
@@ -219,11 +271,6 @@ void SessionBus::lose(std::string reason) {
   ready_.reset();
   if (timeout_ != nullptr) std::exchange(timeout_, nullptr)->cancel();
   if (const auto lost = std::exchange(lost_, nullptr)) lost(std::move(reason));
-}
-
-std::string readText(sd_bus_message* message) {
-  const char* text = nullptr;
-  return sd_bus_message_read(message, "s", &text) < 0 || text == nullptr ? std::string() : text;
 }
 
 }  // namespace velotap

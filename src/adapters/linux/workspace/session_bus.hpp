@@ -4,30 +4,61 @@
 // or cannot be made; it must not be destroyed from inside any of its callbacks.
 #pragma once
 
-#include <systemd/sd-bus.h>
-
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "adapters/linux/descriptor_loop.hpp"
+#include "adapters/linux/workspace/front_source.hpp"
 #include "platform/main_queue.hpp"
+
+struct sd_bus;
+struct sd_bus_message;
 
 namespace velotap {
 
+struct SdBusLibrary;
+
+/// A message while a handler reads it: arguments are taken one after the other. One that is not of
+/// the type that is asked for reads as nothing.
+class BusMessage {
+ public:
+  BusMessage(const SdBusLibrary& library, sd_bus_message* message)
+      : library_(&library), message_(message) {}
+  /// The answer to a call that failed.
+  BusMessage() = default;
+
+  [[nodiscard]] explicit operator bool() const noexcept { return message_ != nullptr; }
+  [[nodiscard]] std::string text();
+  [[nodiscard]] std::optional<std::int32_t> integer();
+  [[nodiscard]] std::optional<std::uint32_t> number();
+  [[nodiscard]] std::optional<bool> boolean();
+  /// The sender's address on the bus.
+  [[nodiscard]] std::string sender() const;
+
+ private:
+  const SdBusLibrary* library_ = nullptr;
+  sd_bus_message* message_ = nullptr;
+};
+
 class SessionBus {
  public:
-  /// Reads a message; null where a call failed. Reading errors are for the reader to check.
-  using Handler = std::function<void(sd_bus_message* message)>;
+  using Handler = std::function<void(BusMessage message)>;
 
   SessionBus(DescriptorLoop& loop, MainQueue& queue, std::function<void(std::string)> lost);
   ~SessionBus();
   SessionBus(const SessionBus&) = delete;
   SessionBus& operator=(const SessionBus&) = delete;
 
-  /// Begins to connect. False when nobody listens at the address.
-  [[nodiscard]] bool open(const std::string& address);
+  struct Refusal {
+    SourceFailure failure;
+    const char* reason;
+  };
+  /// Begins to connect. Nothing else may be called after a refusal.
+  [[nodiscard]] std::optional<Refusal> refusalToOpen(const std::string& address);
 
   /// Follows who owns `name`: tells the present owner and then every change. An empty text means
   /// nobody.
@@ -66,6 +97,7 @@ class SessionBus {
   DescriptorLoop& loop_;
   MainQueue& queue_;
   std::function<void(std::string)> lost_;
+  const SdBusLibrary* library_ = nullptr;
   sd_bus* bus_ = nullptr;
   bool wantsToWrite_ = false;
   Observation ready_;
@@ -73,8 +105,5 @@ class SessionBus {
   std::vector<std::unique_ptr<Slot>> slots_;
   const std::shared_ptr<void> alive_ = std::make_shared<char>();  ///< observations may outlive this
 };
-
-/// The next argument of a message, which must be a text; empty when it is not.
-[[nodiscard]] std::string readText(sd_bus_message* message);
 
 }  // namespace velotap
