@@ -16,7 +16,7 @@ KdeLayoutGroup::KdeLayoutGroup(DescriptorLoop& loop, MainQueue& queue,
     : changed_(std::move(changed)), bus_(loop, queue, [](const std::string&) {}) {}
 
 bool KdeLayoutGroup::open(const std::string& address) {
-  if (!bus_.open(address)) return false;
+  if (bus_.refusalToOpen(address)) return false;
   bus_.followOwner(kService, [this](const std::string& owner) { follow(owner); });
   return true;
 }
@@ -26,23 +26,21 @@ void KdeLayoutGroup::follow(const std::string& owner) {
   listSignal_.reset();
   if (owner.empty()) return;
   layoutSignal_ = bus_.onSignal({owner.c_str(), kPath, kInterface, "layoutChanged"},
-                                [this](sd_bus_message* message) { tell(message); });
+                                [this](BusMessage message) { tell(message); });
   // With other layouts the same number means another one, and may not be told again.
   listSignal_ = bus_.onSignal({owner.c_str(), kPath, kInterface, "layoutListChanged"},
-                              [this, owner](sd_bus_message*) { ask(owner); });
+                              [this, owner](BusMessage) { ask(owner); });
   // Asked after the matches, so that no change is missed in between.
   ask(owner);
 }
 
 void KdeLayoutGroup::ask(const std::string& owner) {
   bus_.call({owner.c_str(), kPath, kInterface, "getLayout"}, {},
-            [this](sd_bus_message* message) { tell(message); });
+            [this](BusMessage message) { tell(message); });
 }
 
-void KdeLayoutGroup::tell(sd_bus_message* message) {
-  std::uint32_t group = 0;
-  if (message == nullptr || sd_bus_message_read(message, "u", &group) < 0) return;
-  changed_(group);
+void KdeLayoutGroup::tell(BusMessage message) {
+  if (const auto group = message.number()) changed_(*group);
 }
 
 }  // namespace velotap

@@ -24,7 +24,7 @@ class KdeLayoutGroup {
  private:
   void follow(const std::string& owner);
   void ask(const std::string& owner);
-  void tell(sd_bus_message* message);
+  void tell(BusMessage message);
 
   const std::function<void(std::uint32_t)> changed_;
   SessionBus bus_;
