@@ -52,8 +52,14 @@ std::optional<Value> LinuxSystemPreferences::read(std::string_view domain, std::
   return systemGesturePreference(domain, key, answers());
 }
 
-TouchpadModes LinuxSystemPreferences::touchpadModes(TouchpadModeSetting setting) const noexcept {
-  return velotap::touchpadModes(answers(), setting);
+bool LinuxSystemPreferences::desktopClicksFor(TrackpadGesture gesture) const noexcept {
+  switch (gesture) {
+    case TrackpadGesture::threeFingerTap:
+      return answers().tap;
+    case TrackpadGesture::threeFingerClick:
+      return answers().click;
+  }
+  return false;
 }
 
 bool LinuxSystemPreferences::gesturePadUsable() const noexcept {

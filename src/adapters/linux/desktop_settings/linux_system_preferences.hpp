@@ -30,8 +30,8 @@ class LinuxSystemPreferences final : public SystemPreferences {
 
   /// Any thread.
   [[nodiscard]] std::optional<Value> read(std::string_view domain, std::string_view key) override;
-  /// Any thread: who answers three fingers on a trackpad.
-  [[nodiscard]] TouchpadModes touchpadModes(TouchpadModeSetting setting) const noexcept;
+  /// Any thread.
+  [[nodiscard]] bool desktopClicksFor(TrackpadGesture gesture) const noexcept override;
   /// Any thread: does the desktop listen to the virtual touchpad while a mouse is there?
   [[nodiscard]] bool gesturePadUsable() const noexcept;
 
