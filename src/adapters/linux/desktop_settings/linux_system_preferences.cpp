@@ -36,13 +36,13 @@ KdeConfig kdeConfigOf(const std::vector<std::string>& files) {
 
 }  // namespace
 
-LinuxSystemPreferences::LinuxSystemPreferences(DescriptorLoop& loop, DesktopPlaces places,
-                                               std::string gesturePadName)
+LinuxSystemPreferences::LinuxSystemPreferences(DescriptorLoop& loop, MainQueue& queue,
+                                               DesktopPlaces places, std::string gesturePadName)
     : places_(std::move(places)),
       gesturePadName_(std::move(gesturePadName)),
       watch_(loop, watchedFiles(places_), [this] { reload(); }) {
   if (places_.kind == DesktopKind::xServer) {
-    x11_ = std::make_unique<X11Touchpads>(loop, places_.display, [this] { reload(); });
+    x11_ = std::make_unique<X11Touchpads>(loop, queue, places_.display, [this] { reload(); });
   }
   // After watching began, so that no change falls in between.
   reload();

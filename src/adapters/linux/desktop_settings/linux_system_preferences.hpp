@@ -26,7 +26,8 @@ class LinuxSystemPreferences final : public SystemPreferences {
  public:
   /// `gesturePadName` is the name of the program's own virtual touchpad, which the desktop has
   /// settings for like any other.
-  LinuxSystemPreferences(DescriptorLoop& loop, DesktopPlaces places, std::string gesturePadName);
+  LinuxSystemPreferences(DescriptorLoop& loop, MainQueue& queue, DesktopPlaces places,
+                         std::string gesturePadName);
 
   /// Any thread.
   [[nodiscard]] std::optional<Value> read(std::string_view domain, std::string_view key) override;

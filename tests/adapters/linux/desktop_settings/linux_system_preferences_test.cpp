@@ -35,7 +35,7 @@ class LinuxSystemPreferencesTest : public testing::Test {
     start(places);
   }
   void start(const DesktopPlaces& places) {
-    preferences.emplace(queue, places, "Our Pad");
+    preferences.emplace(queue, queue, places, "Our Pad");
     observation = preferences->observeChanges([this] { ++changes; });
   }
   void replace(const fs::path& file, const std::string& text) {

@@ -10,8 +10,6 @@
 #include <string_view>
 #include <vector>
 
-#include "adapters/linux/workspace/front_source.hpp"
-
 namespace velotap {
 
 struct SessionEnvironment {
@@ -30,10 +28,11 @@ struct SessionEnvironment {
   [[nodiscard]] static SessionEnvironment ofThisProcess();
 };
 
-/// The sources worth trying, best first. On Wayland the X server is not among them, although there
-/// usually is one: it knows the windows of X programs only, and would name the one that was in
-/// front last.
-[[nodiscard]] std::vector<FrontSourceKind> sourcesFor(const SessionEnvironment& session);
+/// The session is a compositor's. An X server inside it serves old programs only.
+[[nodiscard]] bool isWayland(const SessionEnvironment& session);
+
+/// Whether the session says that it is this desktop, or one that is built on it.
+[[nodiscard]] bool isDesktop(const SessionEnvironment& session, std::string_view name);
 
 /// The compositor's socket; empty when nothing tells where it could be.
 [[nodiscard]] std::string waylandSocket(const SessionEnvironment& session);

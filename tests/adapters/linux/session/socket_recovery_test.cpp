@@ -1,4 +1,4 @@
-#include "adapters/linux/workspace/socket_recovery.hpp"
+#include "adapters/linux/session/socket_recovery.hpp"
 
 #include <gtest/gtest.h>
 

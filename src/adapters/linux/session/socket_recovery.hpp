@@ -5,11 +5,12 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "adapters/linux/workspace/folder_watch.hpp"
-#include "adapters/linux/workspace/source_chooser.hpp"
+#include "adapters/linux/session/folder_watch.hpp"
+#include "adapters/linux/session/recovery_signal.hpp"
 
 namespace velotap {
 
@@ -27,5 +28,9 @@ class SocketRecovery final : public RecoverySignal {
   const std::vector<std::string> sockets_;
   std::unique_ptr<FolderWatch> watch_;
 };
+
+/// The recovery of one server; one that admits that it watches nothing where no file tells.
+[[nodiscard]] std::unique_ptr<RecoverySignal> recoveryOf(DescriptorLoop& loop,
+                                                         const std::optional<std::string>& socket);
 
 }  // namespace velotap

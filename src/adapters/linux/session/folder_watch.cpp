@@ -1,4 +1,4 @@
-#include "adapters/linux/workspace/folder_watch.hpp"
+#include "adapters/linux/session/folder_watch.hpp"
 
 #include <sys/inotify.h>
 #include <unistd.h>

@@ -12,7 +12,6 @@
 #include <vector>
 
 #include "adapters/linux/descriptor_loop.hpp"
-#include "adapters/linux/workspace/front_source.hpp"
 #include "platform/main_queue.hpp"
 
 struct sd_bus;
@@ -54,7 +53,7 @@ class SessionBus {
   SessionBus& operator=(const SessionBus&) = delete;
 
   struct Refusal {
-    SourceFailure failure;
+    bool mayHelpLater;  ///< to ask again; not while no library is installed
     const char* reason;
   };
   /// Begins to connect. Nothing else may be called after a refusal.

@@ -1,4 +1,4 @@
-#include "adapters/linux/workspace/session_bus.hpp"
+#include "adapters/linux/bus/session_bus.hpp"
 
 #include <poll.h>
 
@@ -8,7 +8,7 @@
 #include <ctime>
 #include <utility>
 
-#include "adapters/linux/workspace/sd_bus_library.hpp"
+#include "adapters/linux/bus/sd_bus_library.hpp"
 
 namespace velotap {
 namespace {
@@ -145,11 +145,10 @@ SessionBus::~SessionBus() {
 
 std::optional<SessionBus::Refusal> SessionBus::refusalToOpen(const std::string& address) {
   library_ = SdBusLibrary::load();
-  if (library_ == nullptr)
-    return Refusal{SourceFailure::absent, "no library for the session bus is installed"};
+  if (library_ == nullptr) return Refusal{false, "no library for the session bus is installed"};
   if (library_->sd_bus_new(&bus_) < 0 || library_->sd_bus_set_address(bus_, address.c_str()) < 0 ||
       library_->sd_bus_set_bus_client(bus_, 1) < 0 || library_->sd_bus_start(bus_) < 0) {
-    return Refusal{SourceFailure::unreachable, "no session bus answers"};
+    return Refusal{true, "no session bus answers"};
   }
   arrange();
   return std::nullopt;

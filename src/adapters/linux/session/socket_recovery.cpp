@@ -1,4 +1,4 @@
-#include "adapters/linux/workspace/socket_recovery.hpp"
+#include "adapters/linux/session/socket_recovery.hpp"
 
 #include <utility>
 
@@ -14,6 +14,13 @@ bool SocketRecovery::arm(std::function<void()> mayBeBack) {
   bool all = !sockets_.empty();
   for (const std::string& socket : sockets_) all &= watch_->addAppearance(socket);
   return all;
+}
+
+std::unique_ptr<RecoverySignal> recoveryOf(DescriptorLoop& loop,
+                                           const std::optional<std::string>& socket) {
+  std::vector<std::string> sockets;
+  if (socket) sockets.push_back(*socket);
+  return std::make_unique<SocketRecovery>(loop, std::move(sockets));
 }
 
 }  // namespace velotap

@@ -1,4 +1,4 @@
-#include "adapters/linux/workspace/wayland_connection.hpp"
+#include "adapters/linux/wayland/wayland_connection.hpp"
 
 #include <wayland-client.h>
 

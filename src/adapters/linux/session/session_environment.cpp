@@ -1,4 +1,4 @@
-#include "adapters/linux/workspace/session_environment.hpp"
+#include "adapters/linux/session/session_environment.hpp"
 
 #include <algorithm>
 #include <cstdlib>
@@ -15,16 +15,6 @@ std::vector<std::string> splitAtColons(std::string_view list) {
     list.remove_prefix(end + 1);
   }
   return parts;
-}
-
-bool names(const std::string& desktops, std::string_view desktop) {
-  const auto parts = splitAtColons(desktops);
-  return std::find(parts.begin(), parts.end(), desktop) != parts.end();
-}
-
-bool isWayland(const SessionEnvironment& session) {
-  if (session.sessionType == "x11" && !session.display.empty()) return false;
-  return session.sessionType == "wayland" || !session.waylandDisplay.empty();
 }
 
 bool isDigits(std::string_view text) {
@@ -69,18 +59,14 @@ SessionEnvironment SessionEnvironment::ofThisProcess() {
   return read([](const char* name) { return std::getenv(name); });
 }
 
-std::vector<FrontSourceKind> sourcesFor(const SessionEnvironment& session) {
-  if (!isWayland(session)) {
-    if (session.display.empty()) return {};
-    return {FrontSourceKind::x11};
-  }
-  std::vector<FrontSourceKind> kinds{FrontSourceKind::wlroots,
-                                     FrontSourceKind::kdeWindowManagement};
-  if (session.busAddress.empty()) return kinds;
-  const bool gnome = names(session.currentDesktop, "GNOME");
-  if (!gnome) kinds.push_back(FrontSourceKind::kdeScript);
-  if (gnome || session.currentDesktop.empty()) kinds.push_back(FrontSourceKind::gnomeExtension);
-  return kinds;
+bool isWayland(const SessionEnvironment& session) {
+  if (session.sessionType == "x11" && !session.display.empty()) return false;
+  return session.sessionType == "wayland" || !session.waylandDisplay.empty();
+}
+
+bool isDesktop(const SessionEnvironment& session, std::string_view name) {
+  const auto parts = splitAtColons(session.currentDesktop);
+  return std::find(parts.begin(), parts.end(), name) != parts.end();
 }
 
 std::string waylandSocket(const SessionEnvironment& session) {

@@ -1,4 +1,4 @@
-#include "adapters/linux/workspace/sd_bus_library.hpp"
+#include "adapters/linux/bus/sd_bus_library.hpp"
 
 #include <dlfcn.h>
 

@@ -1,15 +1,12 @@
-#include "adapters/linux/workspace/session_environment.hpp"
+#include "adapters/linux/session/session_environment.hpp"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <map>
 
 namespace velotap {
 namespace {
 
-using Kind = FrontSourceKind;
-using Kinds = std::vector<FrontSourceKind>;
 using Texts = std::vector<std::string>;
 
 SessionEnvironment read(const std::map<std::string, std::string>& variables) {
@@ -53,7 +50,6 @@ TEST(SessionEnvironment, anEmptyEnvironmentHasNothing) {
   const auto session = read({});
   EXPECT_EQ(session.busAddress, "");
   EXPECT_EQ(session.dataHome, "");
-  EXPECT_TRUE(sourcesFor(session).empty());
   EXPECT_TRUE(serverSockets(session).empty());
 }
 
@@ -62,38 +58,21 @@ TEST(SessionEnvironment, theLocaleOfAllWins) {
   EXPECT_EQ(read({{"LC_ALL", ""}, {"LC_MESSAGES", ""}, {"LANG", "fr"}}).locale, "fr");
 }
 
-TEST(SourcesFor, aPlainXSession) {
-  EXPECT_EQ(sourcesFor({.sessionType = "x11", .display = ":0"}), Kinds{Kind::x11});
-  EXPECT_EQ(sourcesFor({.display = ":0"}), Kinds{Kind::x11});
+TEST(IsWayland, unlessTheSessionIsAnXServers) {
+  EXPECT_FALSE(isWayland({}));
+  EXPECT_FALSE(isWayland({.display = ":0"}));
+  EXPECT_TRUE(isWayland({.sessionType = "wayland"}));
+  EXPECT_TRUE(isWayland({.display = ":0", .waylandDisplay = "wayland-0"}));
+  EXPECT_TRUE(isWayland({.sessionType = "x11", .waylandDisplay = "wayland-0"})) << "no X server";
   // A nested compositor that was tried out must not hide the session's own server.
-  EXPECT_EQ(sourcesFor({.sessionType = "x11", .display = ":0", .waylandDisplay = "wayland-1"}),
-            Kinds{Kind::x11});
+  EXPECT_FALSE(isWayland({.sessionType = "x11", .display = ":0", .waylandDisplay = "wayland-1"}));
 }
 
-TEST(SourcesFor, neverTheXServerInsideWayland) {
-  for (const std::string desktop : {"", "sway", "KDE", "GNOME"}) {
-    const auto kinds = sourcesFor({.sessionType = "wayland",
-                                   .currentDesktop = desktop,
-                                   .display = ":0",
-                                   .waylandDisplay = "wayland-0",
-                                   .busAddress = "unix:path=/bus"});
-    EXPECT_EQ(std::count(kinds.begin(), kinds.end(), Kind::x11), 0) << desktop;
-  }
-}
-
-TEST(SourcesFor, eachWaylandDesktopItsOwn) {
-  const auto kinds = [](const std::string& desktop, const std::string& bus = "unix:path=/bus") {
-    return sourcesFor(
-        {.currentDesktop = desktop, .waylandDisplay = "wayland-0", .busAddress = bus});
-  };
-  EXPECT_EQ(kinds("KDE"), (Kinds{Kind::wlroots, Kind::kdeWindowManagement, Kind::kdeScript}));
-  EXPECT_EQ(kinds("GNOME"),
-            (Kinds{Kind::wlroots, Kind::kdeWindowManagement, Kind::gnomeExtension}));
-  EXPECT_EQ(kinds("ubuntu:GNOME"), kinds("GNOME"));
-  EXPECT_EQ(kinds("NotGNOME"), kinds("KDE"));
-  EXPECT_EQ(kinds(""), (Kinds{Kind::wlroots, Kind::kdeWindowManagement, Kind::kdeScript,
-                              Kind::gnomeExtension}));
-  EXPECT_EQ(kinds("GNOME", ""), (Kinds{Kind::wlroots, Kind::kdeWindowManagement}));
+TEST(IsDesktop, anyOfTheNamesAndNoPartOfOne) {
+  EXPECT_TRUE(isDesktop({.currentDesktop = "ubuntu:GNOME"}, "GNOME"));
+  EXPECT_TRUE(isDesktop({.currentDesktop = "ubuntu:GNOME"}, "ubuntu"));
+  EXPECT_FALSE(isDesktop({.currentDesktop = "NotGNOME:GNOMEr"}, "GNOME"));
+  EXPECT_FALSE(isDesktop({}, ""));
 }
 
 TEST(WaylandSocket, isFoundByNameOrPath) {
