@@ -36,11 +36,16 @@ constexpr ByteRange kContinuation{0x80, 0xBF};
 
 constexpr ByteRange secondByteAfter(std::uint8_t lead) {
   switch (lead) {
-    case 0xE0: return {0xA0, 0xBF};
-    case 0xED: return {0x80, 0x9F};
-    case 0xF0: return {0x90, 0xBF};
-    case 0xF4: return {0x80, 0x8F};
-    default: return kContinuation;
+    case 0xE0:
+      return {0xA0, 0xBF};
+    case 0xED:
+      return {0x80, 0x9F};
+    case 0xF0:
+      return {0x90, 0xBF};
+    case 0xF4:
+      return {0x80, 0x8F};
+    default:
+      return kContinuation;
   }
 }
 

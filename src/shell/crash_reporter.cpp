@@ -110,14 +110,19 @@ std::vector<std::string> CrashReporter::tidyAndListCandidates() {
   std::vector<std::string> candidates;
   std::vector<std::string> rubbish;
   std::error_code error;
-  for (fs::directory_iterator entries(surroundings_.crashDir, error), end;
-       !error && entries != end; entries.increment(error)) {
+  for (fs::directory_iterator entries(surroundings_.crashDir, error), end; !error && entries != end;
+       entries.increment(error)) {
     const std::string path = entries->path().string();
     switch (reportDisposition(path, logPath())) {
-      case ReportDisposition::offer: candidates.push_back(path); break;
+      case ReportDisposition::offer:
+        candidates.push_back(path);
+        break;
       case ReportDisposition::empty:
-      case ReportDisposition::oversized: rubbish.push_back(path); break;
-      case ReportDisposition::skip: break;
+      case ReportDisposition::oversized:
+        rubbish.push_back(path);
+        break;
+      case ReportDisposition::skip:
+        break;
     }
   }
   for (const std::string& path : rubbish) ::unlink(path.c_str());
@@ -140,9 +145,8 @@ void CrashReporter::offerPendingReports() {
   const int answer = surroundings_.ask(offerText());
   const bool settled =
       answer == discard ||
-      (answer == email && surroundings_.openUrl(mailLink(
-                              surroundings_.supportAddress, "Velotap crash report",
-                              report->preview)));
+      (answer == email && surroundings_.openUrl(mailLink(surroundings_.supportAddress,
+                                                         "Velotap crash report", report->preview)));
   if (settled) removeReport(report->path);
 }
 

@@ -1,9 +1,9 @@
 // Keeps a record of how a run ended, and offers it to the person at the next launch.
 //
-// Every run owns one log file, made empty at launch and filled only by a fatal signal or an uncaught
-// exception. At launch, empty and oversized logs of earlier runs are deleted and the first of the
-// others is offered: mailed through the person's own mail program, deleted, or kept for the next
-// launch. Nothing is ever sent by the program itself.
+// Every run owns one log file, made empty at launch and filled only by a fatal signal or an
+// uncaught exception. At launch, empty and oversized logs of earlier runs are deleted and the first
+// of the others is offered: mailed through the person's own mail program, deleted, or kept for the
+// next launch. Nothing is ever sent by the program itself.
 //
 // Main thread. Whatever goes wrong with files is ignored: crash reporting must not keep the program
 // from starting. Two programs must not share the folder at the same time; single instances see to

@@ -82,10 +82,10 @@ std::string& recordPath() {
     const std::vector<std::string> stack = currentStack();
     // Without a type somebody asked for the end without throwing anything.
     const std::type_info* const type = abi::__cxa_current_exception_type();
-    writeRecord(recordPath(), exceptionRecord(
-                                  type == nullptr ? "std::terminate" : readableName(*type),
-                                  type == nullptr ? std::string() : reasonOfCurrentException(),
-                                  stack));
+    writeRecord(
+        recordPath(),
+        exceptionRecord(type == nullptr ? "std::terminate" : readableName(*type),
+                        type == nullptr ? std::string() : reasonOfCurrentException(), stack));
   }
   std::abort();
 }

@@ -29,13 +29,13 @@ Updater& Updater::shared() {
 Permissions& Permissions::shared() {
   Platform& platform = Platform::current();
   TrustPrompt& prompt = ShellPlatform::current().trustPrompt;
-  static Permissions instance(
-      DefaultsStore::shared(), platform.mainQueue,
-      {.readTrust = [&platform] { return platform.trust.trusted(); },
-       .requestTrust = [&prompt] { prompt.request(); },
-       .observeTrust = [&prompt](std::function<void()> mayHaveChanged) {
-         return prompt.observe(std::move(mayHaveChanged));
-       }});
+  static Permissions instance(DefaultsStore::shared(), platform.mainQueue,
+                              {.readTrust = [&platform] { return platform.trust.trusted(); },
+                               .requestTrust = [&prompt] { prompt.request(); },
+                               .observeTrust =
+                                   [&prompt](std::function<void()> mayHaveChanged) {
+                                     return prompt.observe(std::move(mayHaveChanged));
+                                   }});
   return instance;
 }
 

@@ -55,22 +55,23 @@ class CrashReporterTest : public ::testing::Test {
 
   /// The reporter of one launch.
   CrashReporter reporter(const std::string& version = "1.2", const std::string& uuid = "U-1") {
-    return CrashReporter({.crashDir = crashes_.string(),
-                          .version = version,
-                          .supportAddress = "help@example.com",
-                          .now = [] { return std::chrono::system_clock::from_time_t(1700000000); },
-                          .uuid = [uuid] { return uuid; },
-                          .ask =
-                              [this](const AlertRequest& request) {
-                                asked_.push_back(request);
-                                return answer_;
-                              },
-                          .openUrl =
-                              [this](const std::string& url) {
-                                opened_.push_back(url);
-                                return mailOpens_;
-                              },
-                          .localize = [](std::string_view key) { return "«" + std::string(key) + "»"; }});
+    return CrashReporter(
+        {.crashDir = crashes_.string(),
+         .version = version,
+         .supportAddress = "help@example.com",
+         .now = [] { return std::chrono::system_clock::from_time_t(1700000000); },
+         .uuid = [uuid] { return uuid; },
+         .ask =
+             [this](const AlertRequest& request) {
+               asked_.push_back(request);
+               return answer_;
+             },
+         .openUrl =
+             [this](const std::string& url) {
+               opened_.push_back(url);
+               return mailOpens_;
+             },
+         .localize = [](std::string_view key) { return "«" + std::string(key) + "»"; }});
   }
 
   TemporaryFolder folder_;
@@ -88,9 +89,9 @@ TEST_F(CrashReporterTest, NamesTheLogAfterVersionTimeAndUuid) {
   EXPECT_EQ(CrashReporter::logName("", date, "ABC"), "crash-vdev-1700000000-ABC.log");
   EXPECT_EQ(CrashReporter::logName("1", date + std::chrono::milliseconds(999), "A"),
             "crash-v1-1700000000-A.log");
-  EXPECT_EQ(CrashReporter::logName("1", system_clock::from_time_t(0) - std::chrono::milliseconds(1),
-                                   "A"),
-            "crash-v1-0-A.log");
+  EXPECT_EQ(
+      CrashReporter::logName("1", system_clock::from_time_t(0) - std::chrono::milliseconds(1), "A"),
+      "crash-v1-0-A.log");
 }
 
 TEST_F(CrashReporterTest, TheLogsNameIsSettledOnce) {

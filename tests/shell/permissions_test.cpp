@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "adapters/simulated/simulated_preferences.hpp"
 #include "support/recording_log.hpp"
 #include "support/virtual_time.hpp"
-#include "adapters/simulated/simulated_preferences.hpp"
 
 namespace velotap {
 namespace {
@@ -99,8 +99,8 @@ TEST_F(PermissionsTest, TellsEachRealChangeOnce) {
     trusted_ = trusted;
     queue_.advance(1.0);
   }
-  EXPECT_EQ(take(), (Lines{"missing", "published granted", "granted", "published missing", "missing",
-                           "published granted", "granted"}));
+  EXPECT_EQ(take(), (Lines{"missing", "published granted", "granted", "published missing",
+                           "missing", "published granted", "granted"}));
 }
 
 TEST_F(PermissionsTest, PublishesWithoutMonitoring) {
