@@ -49,7 +49,9 @@ LinuxDesktop::LinuxDesktop(bool debug)
            .writeCombined =
                [this](std::span<const input_event> frame) { return output_.postFrame(frame); }},
           clock_, log_),
-      events_(output_, locator_, [this](const GestureEvent& event) { gestures_.post(event); }),
+      events_(
+          output_, locator_, [this](const GestureEvent& event) { gestures_.post(event); },
+          [this] { gestures_.prepare(); }),
       platform_{.clock = clock_,
                 .mainQueue = queue_,
                 .libraries = libraries_,
