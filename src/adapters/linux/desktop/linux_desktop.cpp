@@ -48,7 +48,9 @@ LinuxDesktop::LinuxDesktop(const LinuxHost& host, bool debug)
            .writeCombined =
                [this](std::span<const input_event> frame) { return output_.postFrame(frame); }},
           host.clock, log_),
-      events_(output_, locator_, [this](const GestureEvent& event) { gestures_.post(event); }),
+      events_(
+          output_, locator_, [this](const GestureEvent& event) { gestures_.post(event); },
+          [this] { gestures_.prepare(); }),
       platform_{.clock = host.clock,
                 .mainQueue = host.queue,
                 .libraries = libraries_,

@@ -7,8 +7,11 @@
 namespace velotap {
 
 UinputEventStream::UinputEventStream(PacedOutput& output, PointerLocator& locator,
-                                     PostGesture postGesture)
-    : output_(output), locator_(locator), postGesture_(std::move(postGesture)) {}
+                                     PostGesture postGesture, PrepareGestures prepareGestures)
+    : output_(output),
+      locator_(locator),
+      postGesture_(std::move(postGesture)),
+      prepareGestures_(std::move(prepareGestures)) {}
 
 void UinputEventStream::setLayout(std::unique_ptr<KeyTranslator> layout) {
   const std::lock_guard guard(layoutLock_);
@@ -61,6 +64,10 @@ void UinputEventStream::post(const KeyEvent& event) {
 
 void UinputEventStream::post(const GestureEvent& event) {
   postGesture_(event);
+}
+
+void UinputEventStream::prepareGestures() {
+  prepareGestures_();
 }
 
 }  // namespace velotap

@@ -18,10 +18,12 @@ namespace velotap {
 
 class UinputEventStream final : public EventStream {
  public:
-  /// Gestures are handed on; see GestureTouchpad.
+  /// Gestures are handed on, and so is their announcement; see GestureTouchpad.
   using PostGesture = std::function<void(const GestureEvent&)>;
+  using PrepareGestures = std::function<void()>;
 
-  UinputEventStream(PacedOutput& output, PointerLocator& locator, PostGesture postGesture);
+  UinputEventStream(PacedOutput& output, PointerLocator& locator, PostGesture postGesture,
+                    PrepareGestures prepareGestures);
 
   /// What the keys of the layout in use type; null when nobody knows. Main thread.
   void setLayout(std::unique_ptr<KeyTranslator> layout);
@@ -33,11 +35,13 @@ class UinputEventStream final : public EventStream {
   [[nodiscard]] std::optional<KeyEvent> makeKey(std::uint16_t keyCode, bool down) override;
   void post(const KeyEvent& event) override;
   void post(const GestureEvent& event) override;
+  void prepareGestures() override;
 
  private:
   PacedOutput& output_;
   PointerLocator& locator_;
   PostGesture postGesture_;
+  PrepareGestures prepareGestures_;
   std::mutex layoutLock_;
   std::shared_ptr<KeyTranslator> layout_;
 };

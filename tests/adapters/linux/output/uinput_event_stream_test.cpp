@@ -28,7 +28,9 @@ class UinputEventStreamTest : public testing::Test {
   UinputEventStreamTest() {
     unsetenv("DISPLAY");
     locator.emplace(clock, queue);
-    stream.emplace(output, *locator, [this](const GestureEvent& e) { gestures.push_back(e); });
+    stream.emplace(
+        output, *locator, [this](const GestureEvent& e) { gestures.push_back(e); },
+        [this] { ++announcements; });
   }
 
   void post(MouseEventType type, int button) {
@@ -51,6 +53,7 @@ class UinputEventStreamTest : public testing::Test {
   RecordingDevice device;
   PacedOutput output{device, clock, &ignore};
   std::vector<GestureEvent> gestures;
+  int announcements = 0;
   std::optional<PointerLocator> locator;
   std::optional<UinputEventStream> stream;
 };
@@ -90,6 +93,9 @@ TEST_F(UinputEventStreamTest, GesturesAreHandedOn) {
   ASSERT_EQ(gestures.size(), 1U);
   EXPECT_EQ(gestures[0].kind, GestureKind::rotate);
   EXPECT_EQ(gestures[0].value, 2.5);
+  EXPECT_EQ(announcements, 0);
+  stream->prepareGestures();
+  EXPECT_EQ(announcements, 1);
 }
 
 TEST_F(UinputEventStreamTest, WithoutAnXSessionNobodyKnowsWhereThePointerIs) {
