@@ -82,6 +82,38 @@ TEST_F(UinputEventStreamTest, BackIsAltLeftWhereverTheLayoutHasItsKey) {
   EXPECT_EQ(spoken(device.frames()), "+56 +105 -105 -56 +56 +105 -105 -56");
 }
 
+TEST_F(UinputEventStreamTest, LayoutThatChangesBetweenPressAndReleaseLeavesNoKeyDown) {
+  auto key = stream->makeKey(42, true);
+  ASSERT_TRUE(key);
+  key->flags = kCommandFlag;
+  stream->setLayout(std::make_unique<BracketElsewhere>());
+  stream->post(*key);
+  stream->setLayout(nullptr);
+  key->down = false;
+  stream->post(*key);
+  EXPECT_EQ(spoken(device.frames()), "+56 +105 -105 -56");
+}
+
+TEST_F(UinputEventStreamTest, SecondPressReleasesWhatTheFirstPutDown) {
+  auto key = stream->makeKey(42, true);
+  ASSERT_TRUE(key);
+  key->flags = kCommandFlag;
+  stream->setLayout(std::make_unique<BracketElsewhere>());
+  stream->post(*key);
+  stream->post(*key);
+  key->down = false;
+  stream->post(*key);
+  EXPECT_EQ(spoken(device.frames()), "+56 +105 -105 -56 +56 +105 -105 -56");
+}
+
+TEST_F(UinputEventStreamTest, ReleaseOfWhatWasNotPressedPostsNothing) {
+  auto key = stream->makeKey(33, false);
+  ASSERT_TRUE(key);
+  key->flags = kCommandFlag;
+  stream->post(*key);
+  EXPECT_TRUE(device.frames().empty());
+}
+
 TEST_F(UinputEventStreamTest, KeyWithoutAPlaceOnTheKeyboardPostsNothing) {
   press(52, 0);
   EXPECT_TRUE(device.frames().empty());
