@@ -13,16 +13,15 @@ inline void require(bool holds) {
   if (!holds) std::abort();
 }
 
-/// Follows values until `budget` of them were seen: an array may claim an element for each byte, and
-/// every one of them another. All texts must lie within `bytes`.
+/// Follows values until `budget` of them were seen: an array may claim an element for each byte,
+/// and every one of them another. All texts must lie within `bytes`.
 inline void walk(const GVariant& value, std::string_view bytes, std::size_t& budget) {
   if (budget == 0) return;
   --budget;
-  const int answers = static_cast<int>(value.boolean().has_value()) +
-                      static_cast<int>(value.byte().has_value()) +
-                      static_cast<int>(value.number().has_value()) +
-                      static_cast<int>(value.text().has_value()) +
-                      static_cast<int>(value.inside().has_value());
+  const int answers =
+      static_cast<int>(value.boolean().has_value()) + static_cast<int>(value.byte().has_value()) +
+      static_cast<int>(value.number().has_value()) + static_cast<int>(value.text().has_value()) +
+      static_cast<int>(value.inside().has_value());
   require(answers <= 1);  // a value has one type
   const std::size_t children = value.childCount();
   require(answers == 0 || children == 0);
