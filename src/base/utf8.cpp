@@ -24,6 +24,50 @@ constexpr bool isSurrogate(char32_t code) {
   return code >= 0xD800 && code <= 0xDFFF;
 }
 
+// What the second byte of a character may be depends on the first; all later ones are alike.
+struct ByteRange {
+  std::uint8_t first;
+  std::uint8_t last;
+  [[nodiscard]] constexpr bool contains(std::uint8_t byte) const {
+    return byte >= first && byte <= last;
+  }
+};
+constexpr ByteRange kContinuation{0x80, 0xBF};
+
+constexpr ByteRange secondByteAfter(std::uint8_t lead) {
+  switch (lead) {
+    case 0xE0:
+      return {0xA0, 0xBF};
+    case 0xED:
+      return {0x80, 0x9F};
+    case 0xF0:
+      return {0x90, 0xBF};
+    case 0xF4:
+      return {0x80, 0x8F};
+    default:
+      return kContinuation;
+  }
+}
+
+constexpr std::size_t lengthAfter(std::uint8_t lead) {
+  if (lead >= 0xC2 && lead <= 0xDF) return 2;
+  if (lead >= 0xE0 && lead <= 0xEF) return 3;
+  if (lead >= 0xF0 && lead <= 0xF4) return 4;
+  return 1;
+}
+
+// How many bytes at `start`, where no character is, are the beginning of one; at least 1.
+std::size_t brokenLength(std::string_view text, std::size_t start) {
+  const auto lead = static_cast<std::uint8_t>(text[start]);
+  std::size_t length = 1;
+  while (length < lengthAfter(lead) && start + length < text.size()) {
+    const ByteRange allowed = length == 1 ? secondByteAfter(lead) : kContinuation;
+    if (!allowed.contains(static_cast<std::uint8_t>(text[start + length]))) break;
+    ++length;
+  }
+  return length;
+}
+
 }  // namespace
 
 std::optional<Utf8Character> utf8CharacterAt(std::string_view text, std::size_t start) noexcept {
@@ -49,6 +93,21 @@ bool isUtf8(std::string_view text) noexcept {
     i += character->length;
   }
   return true;
+}
+
+std::string repairedUtf8(std::string_view text) {
+  std::string repaired;
+  repaired.reserve(text.size());
+  for (std::size_t i = 0; i < text.size();) {
+    if (const auto character = utf8CharacterAt(text, i)) {
+      repaired.append(text, i, character->length);
+      i += character->length;
+    } else {
+      repaired += "\xEF\xBF\xBD";
+      i += brokenLength(text, i);
+    }
+  }
+  return repaired;
 }
 
 }  // namespace velotap

@@ -1,10 +1,11 @@
 // Reads UTF-8 strictly: nothing overlong, no surrogates, nothing beyond Unicode, nothing cut off.
 //
-// Pure; any thread; allocates nothing.
+// Pure; any thread; only `repairedUtf8` allocates.
 #pragma once
 
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace velotap {
@@ -21,5 +22,9 @@ struct Utf8Character {
 
 /// Is every byte part of a character? The empty text qualifies.
 [[nodiscard]] bool isUtf8(std::string_view text) noexcept;
+
+/// The text with U+FFFD in place of whatever is not UTF-8: one for each beginning of a character
+/// that does not go on, and one for each byte that begins none.
+[[nodiscard]] std::string repairedUtf8(std::string_view text);
 
 }  // namespace velotap

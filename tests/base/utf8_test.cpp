@@ -74,5 +74,23 @@ TEST(Utf8, theEmptyTextIsFine) {
   EXPECT_TRUE(isUtf8(""));
 }
 
+TEST(Utf8, repairsWhatIsBroken) {
+  const std::string r = "\uFFFD";
+  EXPECT_EQ(repairedUtf8(""), "");
+  EXPECT_EQ(repairedUtf8("plain, ä, €, 😀"), "plain, ä, €, 😀");
+  EXPECT_EQ(repairedUtf8("a\x80z"), "a" + r + "z");
+  EXPECT_EQ(repairedUtf8("\xFF\xFE"), r + r);
+  // A character that was cut off is one gap, however much of it is there.
+  EXPECT_EQ(repairedUtf8("a\xE2"), "a" + r);
+  EXPECT_EQ(repairedUtf8("a\xE2\x82"), "a" + r);
+  EXPECT_EQ(repairedUtf8("\xF0\x9F\x98z"), r + "z");
+  EXPECT_EQ(repairedUtf8("\xE2\xE2\x82\xAC"), r + "€");
+  // Bytes that no character begins with stand for themselves.
+  EXPECT_EQ(repairedUtf8("\xC0\x80"), r + r);
+  EXPECT_EQ(repairedUtf8("\xE0\x80\x80"), r + r + r);
+  EXPECT_EQ(repairedUtf8("\xED\xA0\x80"), r + r + r);
+  EXPECT_EQ(repairedUtf8("\xF4\x90\x80\x80"), r + r + r + r);
+}
+
 }  // namespace
 }  // namespace velotap

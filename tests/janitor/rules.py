@@ -6,11 +6,12 @@ Each rule looks at one text and knows nothing of the tree; check_tree.py applies
 import re
 
 # Lower rooms first: a room of the core may include itself and what stands before it here, but
-# input and output, which stand side by side.
+# localization, input and output, which stand side by side.
 CORE_ROOMS = {
     "base": {"base"},
     "platform": {"base", "platform"},
     "config": {"base", "platform", "config"},
+    "localization": {"base", "platform", "config", "localization"},
     "input": {"base", "platform", "config", "input"},
     "output": {"base", "platform", "config", "output"},
     "gestures": {"base", "platform", "config", "input", "output", "gestures"},
