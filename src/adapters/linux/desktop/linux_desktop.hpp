@@ -10,10 +10,11 @@
 #include "adapters/linux/desktop/passive_adapters.hpp"
 #include "adapters/linux/desktop_settings/linux_system_preferences.hpp"
 #include "adapters/linux/devices/device_access.hpp"
-#include "adapters/linux/devices/udev_devices.hpp"
 #include "adapters/linux/gesture/gesture_touchpad.hpp"
 #include "adapters/linux/gesture/uinput_touchpad.hpp"
 #include "adapters/linux/keyboard/xkb_keyboard_layout.hpp"
+#include "adapters/linux/notices/linux_notices.hpp"
+#include "adapters/linux/notices/session_activity.hpp"
 #include "adapters/linux/output/paced_output.hpp"
 #include "adapters/linux/output/pointer_locator.hpp"
 #include "adapters/linux/output/uinput_event_stream.hpp"
@@ -23,6 +24,7 @@
 #include "adapters/linux/runtime/posix_clock.hpp"
 #include "adapters/linux/runtime/posix_main_queue.hpp"
 #include "adapters/linux/runtime/standard_log.hpp"
+#include "adapters/linux/session/seat_trust.hpp"
 #include "adapters/linux/workspace/linux_workspace.hpp"
 #include "platform/platform.hpp"
 
@@ -35,6 +37,8 @@ class LinuxDesktop {
 
   [[nodiscard]] Platform& platform() noexcept { return platform_; }
   [[nodiscard]] PosixMainQueue& mainQueue() noexcept { return queue_; }
+  [[nodiscard]] DescriptorLoop& loop() noexcept { return queue_; }
+  [[nodiscard]] SessionActivity& sessionActivity() noexcept { return activity_; }
   [[nodiscard]] LinuxWorkspace& workspace() noexcept { return workspace_; }
 
  private:
@@ -46,8 +50,10 @@ class LinuxDesktop {
   LinuxSystemPreferences systemPreferences_;
   XkbKeyboardLayout keyboardLayout_;
   LinuxWorkspace workspace_;
-  UdevNotices notices_;
+  LinuxNotices notices_;
+  SessionActivity activity_;
   DeviceAccess access_;
+  SeatTrust trust_;
   PassiveEventTaps taps_;
   PrintedAlerts alerts_;
   NotificationCenter notifications_;

@@ -26,11 +26,6 @@ bool isAmong(std::string_view desktops, std::string_view wanted) {
   return false;
 }
 
-bool isWayland(const SessionEnvironment& session) {
-  if (session.sessionType == "x11" && !session.display.empty()) return false;
-  return session.sessionType == "wayland" || !session.waylandDisplay.empty();
-}
-
 /// A compositor's keymap with the group that KDE tells.
 class KdeWaylandLayoutSource final : public LayoutSource {
  public:
