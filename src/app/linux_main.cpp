@@ -10,7 +10,9 @@
 #include "adapters/linux/desktop/linux_shell.hpp"
 #include "adapters/linux/desktop/passive_adapters.hpp"
 #include "adapters/linux/runtime/descriptor.hpp"
-#include "adapters/linux/session/single_instance.hpp"
+#include "adapters/linux/runtime/posix_clock.hpp"
+#include "adapters/linux/runtime/posix_main_queue.hpp"
+#include "adapters/linux/services/single_instance.hpp"
 #include "app/application.hpp"
 #include "app/command_line.hpp"
 #include "app/diagnostics.hpp"
@@ -66,7 +68,7 @@ int keepCrashReport(const AlertRequest& request) {
   return static_cast<int>(request.buttons.size()) - 1;
 }
 
-Application::Surroundings backgroundSurroundings(LinuxDesktop& desktop) {
+Application::Surroundings backgroundSurroundings(PosixMainQueue& queue) {
   return {
       .effects = {.activate = [] {},
                   .terminate = [&desktop] { desktop.mainQueue().stop(); },
@@ -90,7 +92,11 @@ int runInBackground() {
                                                          : "already running");
     return 0;
   }
-  LinuxDesktop desktop(Config::debug());
+  PosixClock clock;
+  PosixMainQueue queue(clock);
+  PrintedAlerts alerts;
+  const LinuxHost host{.clock = clock, .queue = queue, .loop = queue, .alerts = alerts};
+  LinuxDesktop desktop(host, Config::debug());
   Platform& platform = desktop.platform();
   AppIdentity::migratePreferences(platform.preferences);
   Platform::setCurrent(platform);
@@ -101,22 +107,21 @@ int runInBackground() {
   }
   SilentAnnouncements announcements;
   NoUpdates updates;
-  LinuxShell shell(desktop, announcements, updates);
+  LinuxShell shell(host, desktop, announcements, updates);
   ShellPlatform::setCurrent(shell.platform());
-  Application application(backgroundSurroundings(desktop));
-  instance->serve(desktop.loop(), platform.mainQueue, session.busAddress, [&application] {
+  Application application(backgroundSurroundings(queue));
+  instance->serve(queue, queue, session.busAddress, [&application] {
     static_cast<void>(application.delegate().applicationShouldHandleReopen());
   });
   tellWhatIsMissing();
   application.delegate().applicationDidFinishLaunching();
   const Observation interrupted =
-      desktop.mainQueue().watch(interrupts.get(), DescriptorLoop::Interest::readable,
-                                [&desktop] { desktop.mainQueue().stop(); });
+      queue.watch(interrupts.get(), DescriptorLoop::Interest::readable, [&queue] { queue.stop(); });
   // Nobody brings a program without a window to the front to make it try again.
   const Observation switched = Config::shared().defaults().observeChanges([] {
     if (Config::shared().enabled()) Controller::shared().start();
   });
-  desktop.mainQueue().run();
+  queue.run();
   application.delegate().applicationWillTerminate();
   return 0;
 }

@@ -37,11 +37,12 @@ std::string LinuxShell::programPath() {
   return error ? std::string() : (self.parent_path() / "velotap").string();
 }
 
-LinuxShell::LinuxShell(LinuxDesktop& desktop, Announcements& announcements, UpdateService& updates)
+LinuxShell::LinuxShell(const LinuxHost& host, LinuxDesktop& desktop, Announcements& announcements,
+                       UpdateService& updates)
     : urls_(SessionEnvironment::ofThisProcess().currentDesktop),
       loginItem_(autostartFolder(&environmentOf), programPath(), urls_),
-      access_(desktop.loop(), desktop.platform().mainQueue),
-      prompt_(desktop.loop(),
+      access_(host.loop, host.queue),
+      prompt_(host.loop,
               {.helper = findAccessHelper(VELOTAP_ACCESS_HELPER, VELOTAP_SOURCE_ACCESS_HELPER),
                .program = programPath()},
               access_, desktop.sessionActivity(), urls_),

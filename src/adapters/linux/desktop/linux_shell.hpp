@@ -8,10 +8,10 @@
 #include <string>
 
 #include "adapters/linux/desktop/linux_desktop.hpp"
-#include "adapters/linux/session/access_watch.hpp"
-#include "adapters/linux/session/autostart_item.hpp"
-#include "adapters/linux/session/desktop_url_opener.hpp"
-#include "adapters/linux/session/pkexec_prompt.hpp"
+#include "adapters/linux/services/access_watch.hpp"
+#include "adapters/linux/services/autostart_item.hpp"
+#include "adapters/linux/services/desktop_url_opener.hpp"
+#include "adapters/linux/services/pkexec_prompt.hpp"
 #include "platform/announcements.hpp"
 #include "platform/shell_platform.hpp"
 #include "platform/updates.hpp"
@@ -20,7 +20,8 @@ namespace velotap {
 
 class LinuxShell {
  public:
-  LinuxShell(LinuxDesktop& desktop, Announcements& announcements, UpdateService& updates);
+  LinuxShell(const LinuxHost& host, LinuxDesktop& desktop, Announcements& announcements,
+             UpdateService& updates);
 
   [[nodiscard]] ShellPlatform& platform() noexcept { return platform_; }
 
