@@ -71,7 +71,7 @@ int keepCrashReport(const AlertRequest& request) {
 Application::Surroundings backgroundSurroundings(PosixMainQueue& queue) {
   return {
       .effects = {.activate = [] {},
-                  .terminate = [&desktop] { desktop.mainQueue().stop(); },
+                  .terminate = [&queue] { queue.stop(); },
                   .openSettings = [](SettingsPane) { tell("already running, without a window"); }},
       .localize = &english,
       .observeRegionalSettings = [](const std::function<void()>&) { return Observation(); },
