@@ -2,10 +2,12 @@
 """Makes stub libraries of macOS that hold just the symbols of a list: stubs.py LIST FOLDER
 
 LIST has the install name of a library in square brackets and below it, one a line, the symbols that
-the program imports from it. What is not on the list cannot be linked.
+the program imports from it. What is not on the list cannot be linked. The stub of the C++ library
+is made of all that the installed one exports, under the names that it has on macOS.
 """
 
 import pathlib
+import subprocess
 import sys
 
 STUB = """--- !tapi-tbd
@@ -17,6 +19,9 @@ exports:
     symbols: [ {symbols} ]
 ...
 """
+
+CPP_LIBRARY = "/usr/lib/libc++.1.dylib"
+INSTALLED = ["/usr/lib/llvm-14/lib/libc++.so.1", "/usr/lib/llvm-14/lib/libc++abi.so.1"]
 
 
 def libraries(text):
@@ -32,12 +37,18 @@ def libraries(text):
 
 
 def path_of(name):
-    """Where the linker looks for a library."""
+    """Where the linker looks for a library with this install name."""
     path = pathlib.PurePosixPath(name.lstrip("/"))
-    if ".framework" in name:
-        return path.with_name(path.name + ".tbd")
-    return path.with_name({"libSystem.B.dylib": "libSystem.tbd", "libc++.1.dylib": "libc++.tbd",
-                           "libobjc.A.dylib": "libobjc.tbd"}[path.name])
+    if path.parent.parent.name == "Versions":  # X.framework/Versions/A/X
+        return path.parent.parent.parent / (path.name + ".tbd")
+    return path.with_name(path.name.split(".")[0] + ".tbd")
+
+
+def cpp_symbols():
+    output = subprocess.run(["llvm-nm-14", "-D", "--defined-only", "-j", *INSTALLED], check=True,
+                            capture_output=True, text=True).stdout
+    return sorted({"_" + line.split("@")[0] for line in output.split("\n")
+                   if line and not line.endswith(":")})
 
 
 def main(arguments):
@@ -45,10 +56,13 @@ def main(arguments):
         print(__doc__, file=sys.stderr)
         return 2
     folder = pathlib.Path(arguments[1])
-    for name, symbols in libraries(pathlib.Path(arguments[0]).read_text()).items():
+    found = libraries(pathlib.Path(arguments[0]).read_text(encoding="utf-8"))
+    found[CPP_LIBRARY] = cpp_symbols() + found.get(CPP_LIBRARY, [])
+    for name, symbols in found.items():
         stub = folder / path_of(name)
         stub.parent.mkdir(parents=True, exist_ok=True)
-        stub.write_text(STUB.format(name=name, symbols=", ".join(f"'{s}'" for s in symbols)))
+        stub.write_text(STUB.format(name=name, symbols=", ".join(f"'{s}'" for s in symbols)),
+                        encoding="utf-8")
     return 0
 
 
