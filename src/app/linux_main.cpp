@@ -8,6 +8,8 @@
 
 #include "adapters/linux/desktop/linux_desktop.hpp"
 #include "adapters/linux/runtime/descriptor.hpp"
+#include "adapters/linux/runtime/posix_clock.hpp"
+#include "adapters/linux/runtime/posix_main_queue.hpp"
 #include "app/command_line.hpp"
 #include "app/diagnostics.hpp"
 #include "config/app_identity.hpp"
@@ -51,7 +53,11 @@ int runInBackground() {
   // Whoever read the diagnostic lines may go; that is no reason to stop working.
   std::signal(SIGPIPE, SIG_IGN);
   const Descriptor interrupts = takeInterrupts();
-  LinuxDesktop desktop(Config::debug());
+  PosixClock clock;
+  PosixMainQueue queue(clock);
+  PrintedAlerts alerts;
+  LinuxDesktop desktop({.clock = clock, .queue = queue, .loop = queue, .alerts = alerts},
+                       Config::debug());
   Platform& platform = desktop.platform();
   AppIdentity::migratePreferences(platform.preferences);
   Platform::setCurrent(platform);
@@ -67,9 +73,8 @@ int runInBackground() {
   tellWhatIsMissing();
   Controller::shared().start();
   const Observation interrupted =
-      desktop.mainQueue().watch(interrupts.get(), DescriptorLoop::Interest::readable,
-                                [&desktop] { desktop.mainQueue().stop(); });
-  desktop.mainQueue().run();
+      queue.watch(interrupts.get(), DescriptorLoop::Interest::readable, [&queue] { queue.stop(); });
+  queue.run();
   Controller::shared().stop();
   return 0;
 }

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "config/settings_keys.hpp"
+#include "localization/text_format.hpp"
 #include "shell/general_readiness.hpp"
 
 namespace velotap {
@@ -199,7 +200,7 @@ void TrayMenu::refreshIgnoreItem(MenuItem& ignore) const {
     ignore.checked = false;
     return;
   }
-  ignore.title = filledFormat(localize_("Ignore %@"), front->name);
+  ignore.title = formatText(localize_("Ignore %@"), {front->name});
   const auto ignored = Config::normalizedAppIDs(services_.config.ignoredApps());
   ignore.checked =
       std::find(ignored.begin(), ignored.end(), front->bundleID.text()) != ignored.end();

@@ -26,31 +26,33 @@ void tellOutput(const char* message, int error) {
 
 }  // namespace
 
-LinuxDesktop::LinuxDesktop(bool debug)
+LinuxDesktop::LinuxDesktop(const LinuxHost& host, bool debug)
     : log_(debug),
-      queue_(clock_),
-      preferences_(queue_, configurationFolder(), &tell),
-      systemPreferences_(queue_, DesktopPlaces::read(&environmentOf), UinputTouchpad::kName),
-      keyboardLayout_(makeLayoutSources(queue_, queue_, SessionEnvironment::ofThisProcess(),
+      preferences_(host.loop, configurationFolder(), &tell),
+      systemPreferences_(host.loop, host.queue, DesktopPlaces::read(&environmentOf),
+                         UinputTouchpad::kName),
+      keyboardLayout_(makeLayoutSources(host.loop, host.queue, SessionEnvironment::ofThisProcess(),
                                         DconfPlaces::read(&environmentOf))),
       workspace_(AppId::intern(kOwnBundleId),
                  LinuxWorkspace::desktopOf(
                      SessionEnvironment::ofThisProcess(),
-                     {.loop = queue_, .queue = queue_, .clock = clock_, .log = log_}),
-                 {.loop = queue_, .queue = queue_, .clock = clock_, .log = log_}),
-      notices_(queue_),
+                     {.loop = host.loop, .queue = host.queue, .clock = host.clock, .log = log_}),
+                 {.loop = host.loop, .queue = host.queue, .clock = host.clock, .log = log_}),
+      notices_(host.loop),
       pointer_(chordKeyCodes()),
-      output_(pointer_, clock_, &tellOutput),
-      locator_(clock_, queue_),
+      output_(pointer_, host.clock, &tellOutput),
+      locator_(host.clock, host.queue),
       gestures_(
           touchpad_,
           {.padUsable = [this] { return systemPreferences_.gesturePadUsable(); },
            .writeCombined =
                [this](std::span<const input_event> frame) { return output_.postFrame(frame); }},
-          clock_, log_),
-      events_(output_, locator_, [this](const GestureEvent& event) { gestures_.post(event); }),
-      platform_{.clock = clock_,
-                .mainQueue = queue_,
+          host.clock, log_),
+      events_(
+          output_, locator_, [this](const GestureEvent& event) { gestures_.post(event); },
+          [this] { gestures_.prepare(); }),
+      platform_{.clock = host.clock,
+                .mainQueue = host.queue,
                 .libraries = libraries_,
                 .events = events_,
                 .taps = taps_,
@@ -60,7 +62,7 @@ LinuxDesktop::LinuxDesktop(bool debug)
                 .keyboardLayout = keyboardLayout_,
                 .notices = notices_,
                 .trust = access_,
-                .alerts = alerts_,
+                .alerts = host.alerts,
                 .notifications = notifications_,
                 .log = log_} {
   const auto takeLayout = [this] { events_.setLayout(keyboardLayout_.current()); };

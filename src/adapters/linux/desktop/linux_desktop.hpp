@@ -3,10 +3,14 @@
 // Made and destroyed on the main thread; members are listed in the order in which they need each
 // other. Creating it opens the settings, the virtual pointer and the session's servers, and starts
 // the output threads; nothing is read from an input device.
+//
+// The main loop and the alerts are the program's: a program without windows sleeps in its own loop
+// and prints, one with windows lives in its toolkit's.
 #pragma once
 
 #include <memory>
 
+#include "adapters/linux/descriptor_loop.hpp"
 #include "adapters/linux/desktop/passive_adapters.hpp"
 #include "adapters/linux/desktop_settings/linux_system_preferences.hpp"
 #include "adapters/linux/devices/device_access.hpp"
@@ -20,27 +24,30 @@
 #include "adapters/linux/output/uinput_pointer.hpp"
 #include "adapters/linux/preferences/file_preferences_storage.hpp"
 #include "adapters/linux/runtime/dl_library_loader.hpp"
-#include "adapters/linux/runtime/posix_clock.hpp"
-#include "adapters/linux/runtime/posix_main_queue.hpp"
 #include "adapters/linux/runtime/standard_log.hpp"
 #include "adapters/linux/workspace/linux_workspace.hpp"
 #include "platform/platform.hpp"
 
 namespace velotap {
 
+/// What the program itself brings along. It outlives the desktop.
+struct LinuxHost {
+  Clock& clock;
+  MainQueue& queue;
+  DescriptorLoop& loop;
+  Alerts& alerts;
+};
+
 class LinuxDesktop {
  public:
   /// `debug` turns diagnostic lines on.
-  explicit LinuxDesktop(bool debug);
+  LinuxDesktop(const LinuxHost& host, bool debug);
 
   [[nodiscard]] Platform& platform() noexcept { return platform_; }
-  [[nodiscard]] PosixMainQueue& mainQueue() noexcept { return queue_; }
   [[nodiscard]] LinuxWorkspace& workspace() noexcept { return workspace_; }
 
  private:
-  PosixClock clock_;
   StandardLog log_;
-  PosixMainQueue queue_;
   DlLibraryLoader libraries_;
   FilePreferencesStorage preferences_;
   LinuxSystemPreferences systemPreferences_;
@@ -49,7 +56,6 @@ class LinuxDesktop {
   UdevNotices notices_;
   DeviceAccess access_;
   PassiveEventTaps taps_;
-  PrintedAlerts alerts_;
   NotificationCenter notifications_;
   UinputPointer pointer_;
   PacedOutput output_;

@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <cmath>
 #include <cstdint>
+#include <iterator>
 #include <system_error>
 #include <unordered_map>
 #include <utility>
@@ -143,7 +144,6 @@ void PosixMainQueue::turn(int timeoutMilliseconds) {
   for (int i = 0; i < n; ++i) {
     const std::uint64_t token = events[static_cast<std::size_t>(i)].data.u64;
     if (token == kWakeToken) {
-      drain(wake_.get());
       runTasks();
     } else if (token == kTimerToken) {
       drain(timer_.get());
@@ -156,12 +156,20 @@ void PosixMainQueue::turn(int timeoutMilliseconds) {
 }
 
 void PosixMainQueue::runTasks() {
-  std::vector<Task> tasks;
   {
     const std::lock_guard guard(lock_);
-    tasks.swap(tasks_);
+    std::move(tasks_.begin(), tasks_.end(), std::back_inserter(running_));
+    tasks_.clear();
   }
-  for (const Task& task : tasks) task();
+  while (!running_.empty()) {
+    const Task task = std::move(running_.front());
+    running_.pop_front();
+    task();
+  }
+  // Only now: a loop inside one of the tasks had to be woken for those behind it.
+  drain(wake_.get());
+  const std::lock_guard guard(lock_);
+  if (!tasks_.empty()) wake();
 }
 
 void PosixMainQueue::runDue() {

@@ -2,8 +2,12 @@
 //
 // `run` belongs to the thread that made the queue, which is the main thread from then on; `async`
 // and `stop` may be called from any thread. With nothing due the loop sleeps without a time-out.
+// Another event loop can serve the queue in place of `run`: `descriptor` is readable whenever
+// something is due, and `runReady` carries it out. Being served inside a task (a modal window has a
+// loop of its own) is allowed.
 #pragma once
 
+#include <deque>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -36,6 +40,8 @@ class PosixMainQueue final : public MainQueue, public DescriptorLoop {
   void stop();
   /// Serves what is ready now, and returns without waiting.
   void runReady();
+  /// Readable while something is ready.
+  [[nodiscard]] int descriptor() const noexcept { return epoll_.get(); }
 
  private:
   struct Delayed;
@@ -55,6 +61,7 @@ class PosixMainQueue final : public MainQueue, public DescriptorLoop {
   Descriptor timer_;
   std::mutex lock_;
   std::vector<Task> tasks_;
+  std::deque<Task> running_;  // main thread: of this round, so that a loop inside a task goes on
   bool stopping_ = false;
   // Equal times keep the order in which they were submitted.
   std::multimap<double, std::shared_ptr<Delayed>> delayed_;

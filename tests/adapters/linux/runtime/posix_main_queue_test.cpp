@@ -70,6 +70,18 @@ TEST_F(PosixMainQueueTest, ATaskOfATaskRunsLater) {
   EXPECT_EQ(trace, "ab");
 }
 
+TEST_F(PosixMainQueueTest, ServingInsideATaskGoesOnWithTheTasksBehindIt) {
+  queue.async([this] {
+    trace += 'a';
+    queue.async([this] { trace += 'c'; });
+    queue.runReady();
+    trace += 'd';
+  });
+  queue.async([this] { trace += 'b'; });
+  queue.runReady();
+  EXPECT_EQ(trace, "abcd");
+}
+
 TEST_F(PosixMainQueueTest, TasksOfAnotherThreadWakeTheLoopAndRunOnItsThread) {
   std::thread::id ranOn;
   std::thread poster([&] {

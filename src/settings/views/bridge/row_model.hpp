@@ -1,0 +1,38 @@
+// A list for QML, kept equal to a list of values.
+//
+// `sync` compares by each row's "id" and reports only what changed, so a row that stays keeps its
+// view: the keyboard stays where it is and a switch that was just pressed finishes its movement.
+// Main thread.
+#pragma once
+
+#include <QAbstractListModel>
+#include <QVariantMap>
+
+namespace velotap {
+
+class RowModel : public QAbstractListModel {
+  Q_OBJECT
+  Q_PROPERTY(int count READ count NOTIFY countChanged)
+
+ public:
+  using QAbstractListModel::QAbstractListModel;
+
+  [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+  [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+  [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+  [[nodiscard]] int count() const { return static_cast<int>(rows_.size()); }
+  [[nodiscard]] const QList<QVariantMap>& rows() const { return rows_; }
+
+  /// Every row has an "id" of its own.
+  void sync(const QList<QVariantMap>& rows);
+
+ signals:
+  void countChanged();
+
+ private:
+  [[nodiscard]] int find(const QVariant& id, int from) const;
+
+  QList<QVariantMap> rows_;
+};
+
+}  // namespace velotap

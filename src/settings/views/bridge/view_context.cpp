@@ -1,0 +1,72 @@
+#include "settings/views/bridge/view_context.hpp"
+
+#include <QFile>
+#include <QFontDatabase>
+#include <algorithm>
+#include <array>
+
+namespace velotap {
+namespace {
+
+// QML asks a static function for the object; there is one at a time.
+ViewContext* gContext = nullptr;
+
+QVariantMap asMap(const Palette& palette) {
+  QVariantMap map;
+  for (const Palette::Entry& entry : palette.entries) {
+    map.insert(QString::fromLatin1(entry.name.data(), static_cast<qsizetype>(entry.name.size())),
+               QColor::fromRgba(entry.color));
+  }
+  return map;
+}
+
+// The type that the program carries; where it was built without, what the desktop reads in.
+QString loadFonts() {
+  for (const char* weight : {"Regular", "Medium", "SemiBold"}) {
+    const QString file =
+        QStringLiteral(":/velotap/fonts/Inter-%1.otf").arg(QString::fromLatin1(weight));
+    if (QFile::exists(file)) QFontDatabase::addApplicationFont(file);
+  }
+  const QString inter = QStringLiteral("Inter");
+  return QFontDatabase::hasFamily(inter)
+             ? inter
+             : QFontDatabase::systemFont(QFontDatabase::GeneralFont).family();
+}
+
+}  // namespace
+
+ViewContext::ViewContext(bool still, QObject* parent)
+    : QObject(parent),
+      palette_(asMap(paletteFor(look_.scheme, look_.highContrast))),
+      fontFamily_(loadFonts()),
+      monoFamily_(QFontDatabase::systemFont(QFontDatabase::FixedFont).family()),
+      still_(still) {
+  gContext = this;
+}
+
+ViewContext::~ViewContext() {
+  if (gContext == this) gContext = nullptr;
+}
+
+ViewContext* ViewContext::create(QQmlEngine*, QJSEngine*) {
+  QQmlEngine::setObjectOwnership(gContext, QQmlEngine::CppOwnership);
+  return gContext;
+}
+
+void ViewContext::setLook(const Look& look) {
+  if (look == look_) return;
+  look_ = look;
+  look_.textScale = std::clamp(look_.textScale, 0.75, 2.0);
+  palette_ = asMap(paletteFor(look_.scheme, look_.highContrast));
+  emit lookChanged();
+}
+
+void ViewContext::announce(const QString& text) {
+  emit announced(text);
+}
+
+QString ViewContext::hex(const QColor& color) const {
+  return color.name(QColor::HexRgb).mid(1);
+}
+
+}  // namespace velotap

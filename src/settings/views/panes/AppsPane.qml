@@ -1,0 +1,150 @@
+// The rules for single applications: where the program keeps still, and where it types shortcuts.
+import QtQuick
+import Velotap
+
+PaneScroll {
+    id: root
+    property var pane
+    readonly property var s: pane.state
+
+    Introduction { symbol: "app.badge.checkmark"; title: root.s.intro.title; text: root.s.intro.text }
+
+    Column {
+        width: parent.width
+        spacing: Theme.medium
+        Note {
+            visible: root.s.unavailable.length > 0
+            tone: "warning"
+            symbol: "exclamationmark.triangle"
+            text: root.s.unavailable
+        }
+        SearchField {
+            hint: root.s.search.hint
+            name: root.s.search.name
+            clearText: root.s.search.clear
+            query: root.s.search.query
+            onEdited: query => root.pane.setQuery(query)
+        }
+        Card {
+            FilterDisclosure {
+                title: root.s.filter.title
+                activeCount: root.s.filter.active
+                resetText: root.s.filter.reset
+                onReset: root.pane.resetFilters()
+                Repeater {
+                    model: root.s.filter.pickers
+                    Column {
+                        id: picker
+                        required property var modelData
+                        width: parent.width
+                        spacing: Theme.small
+                        Caption { text: picker.modelData.title; width: parent.width }
+                        SegmentedPicker {
+                            name: picker.modelData.title
+                            options: picker.modelData.options
+                            value: picker.modelData.value
+                            onChosen: value => root.pane.setFilter(picker.modelData.id, value)
+                        }
+                    }
+                }
+                FilterToggle {
+                    title: root.s.filter.overridden.title
+                    on: root.s.filter.overridden.on
+                    onSwitched: wish => root.pane.setOverriddenOnly(wish)
+                }
+                FilterToggle {
+                    title: root.s.filter.identifiers.title
+                    on: root.s.filter.identifiers.on
+                    onSwitched: wish => root.pane.setShowsIdentifiers(wish)
+                }
+            }
+        }
+        Caption {
+            text: root.s.count
+            width: parent.width
+            leftPadding: Theme.tight
+            visible: text.length > 0
+        }
+        Note {
+            visible: root.s.message.length > 0
+            symbol: "checkmark.circle"
+            tone: "accent"
+            text: root.s.message
+            action: root.s.undo
+            actionSymbol: "arrow.uturn.backward"
+            onActed: root.pane.undo()
+        }
+    }
+
+    Card {
+        visible: root.s.empty.shown
+        EmptyState {
+            symbol: "magnifyingglass"
+            title: root.s.empty.title
+            text: root.s.empty.text
+            action: root.s.empty.action
+            onActed: root.pane.resetFilters()
+        }
+    }
+    Repeater {
+        model: root.s.lists
+        Section {
+            id: list
+            required property var modelData
+            title: modelData.title
+            caption: modelData.caption
+            visible: modelData.shown
+            trailing: [
+                PushButton {
+                    symbol: "plus"
+                    text: root.s.choose
+                    onClicked: root.pane.chooseApplications(list.modelData.id)
+                },
+                PushButton {
+                    symbol: "plus"
+                    text: root.s.running.button
+                    onClicked: { root.pane.openRunning(list.modelData.id); runningSheet.open() }
+                }
+            ]
+            Card {
+                Repeater {
+                    model: list.modelData.id === "ignored" ? root.pane.ignored : root.pane.zoom
+                    AppRow { pane: root.pane; list: list.modelData.id }
+                }
+                EmptyState {
+                    visible: (list.modelData.id === "ignored" ? root.pane.ignored : root.pane.zoom).count === 0
+                    title: list.modelData.none
+                }
+            }
+        }
+    }
+    PushButton {
+        text: root.s.removeVisible.title
+        symbol: "minus.circle"
+        visible: root.s.removeVisible.possible
+        onClicked: removeSheet.open()
+    }
+
+    Section {
+        title: root.s.suggestions.title
+        caption: root.s.suggestions.caption
+        Card {
+            Repeater {
+                model: root.pane.suggestions
+                SuggestionRow { pane: root.pane }
+            }
+            EmptyState { visible: root.pane.suggestions.count === 0; title: root.s.suggestions.none }
+        }
+    }
+
+    ConfirmSheet {
+        id: removeSheet
+        title: root.s.removeVisible.question
+        text: root.s.removeVisible.note
+        confirm: root.s.removeVisible.confirm
+        cancel: root.s.removeVisible.cancel
+        destructive: true
+        onAccepted: root.pane.removeVisible()
+    }
+    RunningSheet { id: runningSheet; pane: root.pane }
+}

@@ -1,0 +1,65 @@
+// The applications that run now, to choose some of them for a list.
+import QtQuick
+import QtQuick.Templates as T
+import Velotap
+
+Sheet {
+    id: root
+    property var pane
+    readonly property var s: pane.state.running
+
+    title: s.title
+    firstFocus: search
+    SearchField {
+        id: search
+        hint: root.s.hint
+        clearText: root.s.clear
+        query: root.s.query
+        onEdited: query => root.pane.setRunningQuery(query)
+    }
+    Flow {
+        width: parent.width
+        spacing: Theme.snug
+        PushButton {
+            text: root.s.selectVisible
+            enabled: root.pane.running.count > 0
+            onClicked: root.pane.selectVisible()
+        }
+        PushButton {
+            text: root.s.clearSelection
+            enabled: root.s.selected > 0
+            onClicked: root.pane.clearSelection()
+        }
+        PushButton {
+            text: root.s.refresh
+            symbol: "arrow.clockwise"
+            onClicked: root.pane.refreshRunning()
+        }
+    }
+    Caption { text: root.s.count; width: parent.width }
+    Card {
+        EmptyState { visible: root.pane.running.count === 0; title: root.s.none }
+        Repeater {
+            model: root.pane.running
+            CheckRow {
+                required property var row
+                required property int index
+                divided: index > 0
+                title: row.name
+                caption: row.identifier
+                iconName: row.icon
+                on: row.selected
+                onSwitched: root.pane.toggleRunning(row.id)
+            }
+        }
+    }
+    buttons: [
+        PushButton {
+            kind: "primary"
+            text: root.s.add
+            enabled: root.s.selected > 0
+            onClicked: { root.pane.addRunning(); root.close() }
+        },
+        PushButton { text: root.s.cancel; onClicked: root.close() }
+    ]
+}

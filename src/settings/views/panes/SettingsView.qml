@@ -1,0 +1,111 @@
+// The settings window: tabs above, the chosen pane below. A pane that was visited stays as it is
+// left for as long as the window is open.
+import QtQuick
+import QtQuick.Templates as T
+import Velotap
+
+Rectangle {
+    id: root
+    property var panes
+    readonly property var frame: panes.window.state
+
+    color: Theme.window
+    focus: true
+
+    Rectangle {
+        id: bar
+        width: parent.width
+        height: tabs.implicitHeight + Theme.medium + Theme.tight
+        color: Theme.bar
+        Rectangle {
+            anchors.bottom: parent.bottom
+            width: parent.width
+            height: Theme.hairline
+            color: Theme.line
+        }
+        T.TabBar {
+            id: tabs
+            anchors.centerIn: parent
+            spacing: Math.max(0, Math.min(Theme.small, (root.width - natural) / 4))
+            readonly property real natural: {
+                let sum = 2 * Theme.small
+                for (let i = 0; i < count; ++i) sum += itemAt(i) ? itemAt(i).implicitWidth : 0
+                return sum
+            }
+            implicitWidth: contentItem.contentWidth
+            implicitHeight: count > 0 && itemAt(0) ? itemAt(0).implicitHeight : 0
+            currentIndex: root.frame.tab
+            Accessible.role: Accessible.PageTabList
+            Accessible.name: root.frame.title
+            contentItem: ListView {
+                model: tabs.contentModel
+                currentIndex: tabs.currentIndex
+                spacing: tabs.spacing
+                orientation: ListView.Horizontal
+                interactive: false
+                implicitWidth: contentWidth
+            }
+            function choose(index) {
+                root.panes.window.setTab((index + count) % count)
+                itemAt(currentIndex).forceActiveFocus(Qt.TabFocusReason)
+            }
+            Keys.onRightPressed: choose(currentIndex + 1)
+            Keys.onLeftPressed: choose(currentIndex - 1)
+            Repeater {
+                model: root.panes.window.tabs
+                TabButton {
+                    required property var row
+                    required property int index
+                    text: row.label
+                    symbol: row.symbol
+                    onClicked: {
+                        root.panes.window.setTab(index)
+                        tabs.currentIndex = Qt.binding(() => root.frame.tab)
+                    }
+                }
+            }
+        }
+    }
+    Item {
+        id: body
+        anchors { top: bar.bottom; left: parent.left; right: parent.right; bottom: parent.bottom }
+        Repeater {
+            id: pages
+            model: [generalPane, gesturesPane, tuningPane, appsPane, aboutPane]
+            Loader {
+                required property var modelData
+                required property int index
+                readonly property bool current: root.frame.tab === index
+                anchors.fill: parent
+                visible: current
+                active: false
+                sourceComponent: modelData
+                onCurrentChanged: if (current) active = true
+                Component.onCompleted: if (current) active = true
+            }
+        }
+    }
+    Component { id: generalPane; GeneralPane { pane: root.panes.general } }
+    Component { id: gesturesPane; GesturesPane { pane: root.panes.gestures; practice: root.panes.practice } }
+    Component { id: tuningPane; TuningPane { pane: root.panes.tuning } }
+    Component { id: appsPane; AppsPane { pane: root.panes.apps } }
+    Component { id: aboutPane; AboutPane { pane: root.panes.about } }
+
+    function page(index) { return pages.itemAt(index).item }
+    Shortcut {
+        sequences: [StandardKey.Find]
+        onActivated: {
+            root.panes.window.setTab(0)
+            root.page(0).find()
+        }
+    }
+    Shortcut { sequences: [StandardKey.Close]; onActivated: root.panes.window.close() }
+    Repeater {
+        model: 5
+        Item {
+            required property int index
+            Shortcut { sequence: "Ctrl+" + (index + 1); onActivated: root.panes.window.setTab(index) }
+        }
+    }
+    Announcer {}
+}

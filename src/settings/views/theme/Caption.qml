@@ -1,0 +1,6 @@
+// The quiet sentence under a control.
+import Velotap
+
+Label {
+    kind: "caption"
+}

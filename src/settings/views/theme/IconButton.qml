@@ -1,0 +1,30 @@
+// A button that is only a symbol; its name is for the screen reader and the tip.
+import QtQuick
+import QtQuick.Templates as T
+import Velotap
+
+T.Button {
+    id: root
+    property string symbol
+    property color color: Theme.textSecondary
+    property bool expandable: false
+    property bool expanded: false
+
+    implicitWidth: 28
+    implicitHeight: 28
+    opacity: enabled ? 1 : 0.4
+    Accessible.name: text
+    Accessible.checkable: expandable
+    Accessible.checked: expanded
+    Accessible.onPressAction: if (enabled) clicked()
+    Accessible.onToggleAction: if (enabled) clicked()
+    background: Rectangle {
+        radius: Theme.cornerSmall
+        color: root.down ? Theme.press : root.hovered ? Theme.hover : Theme.clear
+        FocusRing { gap: 0; radius: Theme.cornerSmall; visible: root.visualFocus }
+    }
+    contentItem: Item {
+        Glyph { anchors.centerIn: parent; symbol: root.symbol; color: root.color; size: Theme.glyph }
+    }
+    Tip { text: root.text; visible: root.hovered && !root.down }
+}

@@ -1,0 +1,26 @@
+// Text in one of the few kinds that the windows use. It wraps; it never hides a part of itself.
+import QtQuick
+import Velotap
+
+Text {
+    id: root
+    property string kind: "body"   // body, strong, caption, heading, headline, title, mono
+    property bool secondary: kind === "caption"
+
+    font.family: kind === "mono" ? Theme.familyMono : Theme.family
+    font.pixelSize: kind === "caption" || kind === "mono" ? Theme.sizeCaption
+                  : kind === "heading" ? Theme.sizeHeading
+                  : kind === "headline" ? Theme.sizeHeadline
+                  : kind === "title" ? Theme.sizeTitle : Theme.sizeBody
+    font.weight: kind === "title" ? Font.Bold
+               : kind === "heading" || kind === "headline" ? Font.DemiBold
+               : kind === "strong" ? Font.Medium : Font.Normal
+    color: secondary ? Theme.textSecondary : Theme.text
+    wrapMode: Text.Wrap
+    textFormat: Text.PlainText
+    renderType: Text.NativeRendering
+    lineHeight: wrapMode !== Text.NoWrap && (kind === "body" || kind === "caption") ? 1.12 : 1
+    Accessible.role: kind === "heading" || kind === "headline" || kind === "title"
+                     ? Accessible.Heading : Accessible.StaticText
+    Accessible.name: text
+}

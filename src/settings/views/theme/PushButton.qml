@@ -1,0 +1,53 @@
+// A button: plain, the main one of its place, one that destroys, or a quiet link.
+import QtQuick
+import QtQuick.Templates as T
+import Velotap
+
+T.Button {
+    id: root
+    property string kind: "normal"   // normal, primary, danger, link
+    property string symbol
+    property string help
+    readonly property color ink: !enabled ? Theme.textSecondary
+        : kind === "primary" ? Theme.fillText : kind === "danger" ? Theme.danger
+        : kind === "link" ? Theme.accent : Theme.text
+
+    implicitWidth: Math.max(kind === "link" ? 0 : 72,
+                            row.implicitWidth + (kind === "link" ? 2 * Theme.snug : 28))
+    implicitHeight: Math.max(Theme.controlHeight, label.implicitHeight + Theme.snug)
+    opacity: enabled ? 1 : 0.6
+    Accessible.name: text
+    Accessible.description: help
+    Accessible.onPressAction: if (enabled) clicked()   // Qt 6.4 announces it without doing it
+    background: Rectangle {
+        radius: Theme.corner
+        color: root.kind === "primary" ? (root.down ? Qt.darker(Theme.fill, 1.12) : Theme.fill)
+             : root.down ? Theme.press : root.hovered ? Theme.hover
+             : root.kind === "link" ? Theme.clear : Theme.button
+        border.width: root.kind === "primary" || root.kind === "link" ? 0 : Theme.hairline
+        border.color: Theme.buttonLine
+        FocusRing { visible: root.visualFocus }
+    }
+    contentItem: Item {
+        Row {
+            id: row
+            anchors.centerIn: parent
+            spacing: Theme.small + Theme.tight
+            Glyph {
+                anchors.verticalCenter: parent.verticalCenter
+                visible: root.symbol.length > 0
+                symbol: root.symbol
+                size: Theme.glyphSmall
+                color: root.ink
+            }
+            Label {
+                id: label
+                kind: "strong"
+                text: root.text
+                color: root.ink
+                wrapMode: Text.NoWrap
+                Accessible.ignored: true
+            }
+        }
+    }
+}

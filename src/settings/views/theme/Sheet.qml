@@ -1,0 +1,76 @@
+// A panel inside the window that has to be answered or closed before anything else.
+import QtQuick
+import QtQuick.Templates as T
+import Velotap
+
+T.Popup {
+    id: root
+    property string title
+    property string text
+    property int preferredWidth: Theme.sheetWidth
+    property Item firstFocus: null
+    default property alias content: body.data
+    property alias buttons: buttonRow.data
+    readonly property int top: 56
+
+    parent: T.Overlay.overlay
+    modal: true
+    focus: true
+    closePolicy: T.Popup.CloseOnEscape
+    x: parent ? Math.round((parent.width - width) / 2) : 0
+    y: parent ? Math.max(Theme.gap, Math.min(top, parent.height - height - Theme.gap)) : top
+    width: parent ? Math.min(preferredWidth, parent.width - 2 * Theme.large) : preferredWidth
+    height: parent ? Math.min(implicitHeight, parent.height - 2 * Theme.gap) : implicitHeight
+    implicitHeight: column.implicitHeight + 2 * padding
+    padding: Theme.wide
+    enter: Transition { NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.quick } }
+    exit: Transition { NumberAnimation { property: "opacity"; from: 1; to: 0; duration: Theme.quick } }
+    T.Overlay.modal: Rectangle { color: Theme.scrim }
+    background: Rectangle {
+        radius: Theme.cornerSheet
+        color: Theme.card
+        border.color: Theme.edge
+        border.width: Theme.hairline
+    }
+    onOpened: if (firstFocus) firstFocus.forceActiveFocus(Qt.PopupFocusReason)
+    contentItem: Flickable {
+        clip: true
+        contentWidth: width
+        contentHeight: column.implicitHeight
+        boundsBehavior: Flickable.StopAtBounds
+        T.ScrollBar.vertical: VScrollBar {}
+        Accessible.role: Accessible.Dialog
+        Accessible.name: root.title
+        Accessible.description: root.text
+        Column {
+            id: column
+            width: parent.width
+            spacing: Theme.medium
+            Label {
+                kind: "headline"
+                text: root.title
+                width: parent.width
+                visible: root.title.length > 0
+            }
+            Label {
+                text: root.text
+                secondary: true
+                width: parent.width
+                visible: root.text.length > 0
+            }
+            Column {
+                id: body
+                width: parent.width
+                spacing: Theme.medium
+                visible: children.length > 0
+            }
+            Flow {
+                id: buttonRow
+                width: parent.width
+                layoutDirection: Qt.RightToLeft
+                spacing: Theme.snug
+                visible: children.length > 0
+            }
+        }
+    }
+}

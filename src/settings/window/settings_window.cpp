@@ -1,0 +1,164 @@
+#include "settings/window/settings_window.hpp"
+
+#include <QGuiApplication>
+#include <QQuickItem>
+#include <QScreen>
+#include <QSettings>
+#include <utility>
+
+#include "settings/views/bridge/image_providers.hpp"
+#include "settings/window/values.hpp"
+
+namespace velotap {
+namespace {
+
+constexpr int kRefreshMs = 1000;
+
+const QString kModulePath = QStringLiteral(":/velotap/qml");
+
+QString frameKey() {
+  return qt(kPreferencesFrameName);
+}
+
+// At least so much of a remembered frame has to lie on a screen that is there now.
+bool canBeReached(const QRect& frame) {
+  const QRect handle(frame.x() + frame.width() / 4, frame.y(), frame.width() / 2, 40);
+  for (const QScreen* screen : QGuiApplication::screens()) {
+    if (screen->availableGeometry().intersects(handle)) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+std::unique_ptr<QQuickView> makeView() {
+  QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+  auto view = std::make_unique<QQuickView>();
+  view->engine()->addImportPath(kModulePath);
+  view->engine()->addImageProvider(QStringLiteral("glyph"), new GlyphProvider);
+  view->engine()->addImageProvider(QStringLiteral("application"), new ApplicationIconProvider);
+  view->setResizeMode(QQuickView::SizeRootObjectToView);
+  return view;
+}
+
+QUrl viewUrl(const QString& component) {
+  return QUrl(QStringLiteral("qrc:/velotap/qml/Velotap/panes/%1.qml").arg(component));
+}
+
+SettingsWindow::SettingsWindow(ViewContext& context, Effects effects)
+    : context_(context), effects_(std::move(effects)) {
+  everySecond_.setInterval(kRefreshMs);
+  QObject::connect(&everySecond_, &QTimer::timeout, &everySecond_, [this] {
+    if (auto* general = qobject_cast<PaneObject*>(panes_->general)) general->refresh();
+  });
+}
+
+SettingsWindow::~SettingsWindow() {
+  drop();
+}
+
+void SettingsWindow::show(PreferencesTab tab) {
+  const ShowPreferencesSteps steps = showPreferences(
+      tab, {.exists = isOpen(),
+            .miniaturised = isOpen() && (view_->windowStates() & Qt::WindowMinimized) != 0,
+            .visible = isOpen() && view_->isVisible()});
+  if (steps.build) build();
+  window_->choose(steps.select);
+  if (steps.restoreFromDock) view_->showNormal();
+  view_->show();
+  view_->raise();
+  view_->requestActivate();
+  followGeneralPane();
+}
+
+void SettingsWindow::build() {
+  panes_ = std::make_unique<PanesObject>();
+  window_ = new WindowObject(effects_.texts, [this] { close(); }, panes_.get());
+  panes_->window = window_;
+  effects_.makePanes(*panes_);
+  view_ = makeView();
+  view_->setColor(context_.palette().value(QStringLiteral("window")).value<QColor>());
+  view_->setMinimumSize({PreferencesWindowSize::kLeastWidth, PreferencesWindowSize::kLeastHeight});
+  view_->resize(PreferencesWindowSize::kWidth, PreferencesWindowSize::kHeight);
+  if (!restoreFrame()) centre();
+  view_->setInitialProperties(
+      {{QStringLiteral("panes"), QVariant::fromValue<QObject*>(panes_.get())}});
+  view_->setSource(viewUrl(QStringLiteral("SettingsView")));
+  retitle();
+  QObject::connect(window_, &PaneObject::stateChanged, view_.get(), [this] { retitle(); });
+  QObject::connect(window_, &WindowObject::tabChanged, view_.get(),
+                   [this] { followGeneralPane(); });
+  QObject::connect(view_.get(), &QWindow::visibleChanged, view_.get(), [this](bool visible) {
+    followGeneralPane();
+    // The window may still be in the middle of closing.
+    if (visible) return;
+    QMetaObject::invokeMethod(
+        &everySecond_,
+        [this] {
+          if (view_ && !view_->isVisible()) drop();
+        },
+        Qt::QueuedConnection);
+  });
+  observations_ = effects_.observe([this] {
+    if (panes_) panes_->refresh();
+  });
+}
+
+void SettingsWindow::close() {
+  if (view_) view_->close();
+}
+
+void SettingsWindow::drop() {
+  everySecond_.stop();
+  if (!view_) return;
+  rememberFrame();
+  observations_.clear();
+  view_.reset();
+  window_ = nullptr;
+  panes_.reset();
+}
+
+void SettingsWindow::retitle() {
+  view_->setTitle(window_->state().value(QStringLiteral("title")).toString());
+}
+
+void SettingsWindow::refreshLocalizedLabels() {
+  if (panes_) panes_->refresh();
+}
+
+// The pane's facts have no notices of their own: devices, permission, what starts at login.
+void SettingsWindow::followGeneralPane() {
+  const bool seen = view_ && view_->isVisible() && window_->tab() == PreferencesTab::general;
+  if (!seen) {
+    everySecond_.stop();
+  } else if (!everySecond_.isActive()) {
+    if (auto* general = qobject_cast<PaneObject*>(panes_->general)) general->refresh();
+    everySecond_.start();
+  }
+}
+
+bool SettingsWindow::restoreFrame() {
+  if (effects_.frameFile.isEmpty()) return false;
+  const QRect frame =
+      QSettings(effects_.frameFile, QSettings::IniFormat).value(frameKey()).toRect();
+  if (!frame.isValid()) return false;
+  view_->resize(frame.size().expandedTo(view_->minimumSize()));
+  if (!canBeReached(frame)) return false;
+  view_->setPosition(frame.topLeft());
+  return true;
+}
+
+void SettingsWindow::rememberFrame() const {
+  if (effects_.frameFile.isEmpty()) return;
+  QSettings(effects_.frameFile, QSettings::IniFormat).setValue(frameKey(), view_->geometry());
+}
+
+void SettingsWindow::centre() {
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  if (screen == nullptr) return;
+  QRect frame(QPoint(), view_->size());
+  frame.moveCenter(screen->availableGeometry().center());
+  view_->setPosition(frame.topLeft());
+}
+
+}  // namespace velotap

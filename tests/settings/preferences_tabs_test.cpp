@@ -1,0 +1,59 @@
+#include "settings/preferences_tabs.hpp"
+
+#include <gtest/gtest.h>
+
+#include "settings_fixture.hpp"
+
+namespace velotap {
+namespace {
+
+TEST(PreferencesTabs, StandInTheOrderOfTheirNumbers) {
+  int number = 0;
+  for (const PreferencesTabRow& row : preferencesTabs()) {
+    EXPECT_EQ(static_cast<int>(row.tab), number++);
+    EXPECT_EQ(preferencesTabLabel(row.tab), row.label);
+    EXPECT_FALSE(row.symbol.empty());
+  }
+  EXPECT_EQ(number, 5);
+}
+
+TEST(PreferencesTabs, ShowingBuildsAClosedWindowInTheMiddle) {
+  const auto steps = showPreferences(PreferencesTab::apps, {});
+  EXPECT_TRUE(steps.build);
+  EXPECT_TRUE(steps.centre);
+  EXPECT_FALSE(steps.restoreFromDock);
+  EXPECT_EQ(steps.select, PreferencesTab::apps);
+}
+
+TEST(PreferencesTabs, ShowingSwitchesAVisibleWindow) {
+  const auto steps = showPreferences(PreferencesTab::tuning, {.exists = true, .visible = true});
+  EXPECT_FALSE(steps.build);
+  EXPECT_FALSE(steps.centre);
+  EXPECT_FALSE(steps.restoreFromDock);
+  EXPECT_EQ(steps.select, PreferencesTab::tuning);
+}
+
+TEST(PreferencesTabs, ShowingRestoresAMiniaturisedWindow) {
+  const auto steps = showPreferences(PreferencesTab::general,
+                                     {.exists = true, .miniaturised = true, .visible = false});
+  EXPECT_FALSE(steps.build);
+  EXPECT_TRUE(steps.restoreFromDock);
+  EXPECT_FALSE(steps.centre);
+}
+
+TEST(PreferencesTabs, ShowingCentresAWindowThatIsHidden) {
+  const auto steps = showPreferences(PreferencesTab::general, {.exists = true});
+  EXPECT_FALSE(steps.build);
+  EXPECT_TRUE(steps.centre);
+}
+
+TEST(PreferencesTabs, AfterACloseNothingOfTheOldWindowCounts) {
+  const auto steps = showPreferences(PreferencesTab::general,
+                                     {.exists = false, .miniaturised = true, .visible = true});
+  EXPECT_TRUE(steps.build);
+  EXPECT_FALSE(steps.restoreFromDock);
+  EXPECT_TRUE(steps.centre);
+}
+
+}  // namespace
+}  // namespace velotap
