@@ -32,7 +32,4 @@ struct UpdateActions {
   std::function<void()> check;
 };
 
-/// A localised format with its one "%@" filled.
-[[nodiscard]] std::string filledFormat(std::string format, std::string_view argument);
-
 }  // namespace velotap

@@ -4,12 +4,12 @@
 #include <cstddef>
 #include <utility>
 
+#include "config/settings_keys.hpp"
+#include "localization/text_format.hpp"
 #include "shell/general_readiness.hpp"
 
 namespace velotap {
 namespace {
-
-constexpr const char* kEnabled = "enabled";
 
 // Where the items are that change while the menu exists.
 enum Place : std::size_t {
@@ -83,7 +83,7 @@ void TrayMenu::setup() {
 
 void TrayMenu::applyVisibility() {
   if (view_.setVisible) {
-    view_.setVisible(!services_.config.defaults().boolean("hideStatusBarIcon"));
+    view_.setVisible(!services_.config.defaults().boolean(keys::kHideStatusBarIcon));
   }
 }
 
@@ -116,29 +116,31 @@ MenuItem TrayMenu::submenu(std::string_view titleKey) {
   return item(titleKey, {});
 }
 
-void TrayMenu::addTrigger(std::string_view titleKey, const char* settingKey, MenuItem& menu) {
+void TrayMenu::addTrigger(std::string_view titleKey, std::string_view settingKey, MenuItem& menu) {
   MenuItem made = item(titleKey, {});
   made.settingKey = settingKey;
   made.checked = services_.config.defaults().boolean(settingKey);
-  made.action = [this, key = MenuItem{.settingKey = settingKey}] { toggleTrigger(key); };
+  made.action = [this, key = MenuItem{.settingKey = std::string(settingKey)}] {
+    toggleTrigger(key);
+  };
   menu.submenu.push_back(std::move(made));
 }
 
 void TrayMenu::rebuildContextMenu() {
   MenuItem mouse = submenu("Magic Mouse");
-  addTrigger("Click with One Finger in Center", "mouseClick1Center", mouse);
-  addTrigger("Click with Two Fingers", "mouseClick2", mouse);
-  addTrigger("Click with Three Fingers", "mouseClick3", mouse);
-  addTrigger("Tap with Three Fingers", "mouseTap3", mouse);
+  addTrigger("Click with One Finger in Center", keys::kMouseClick1Center, mouse);
+  addTrigger("Click with Two Fingers", keys::kMouseClick2, mouse);
+  addTrigger("Click with Three Fingers", keys::kMouseClick3, mouse);
+  addTrigger("Tap with Three Fingers", keys::kMouseTap3, mouse);
   mouse.submenu.push_back(MenuItem::line());
-  addTrigger("Pinch to Zoom", "mousePinchZoom", mouse);
-  addTrigger("Rotate with Two Fingers", "mouseRotate", mouse);
-  addTrigger("3-Finger Swipe: Back/Forward", "mouseSwipe3Nav", mouse);
+  addTrigger("Pinch to Zoom", keys::kMousePinchZoom, mouse);
+  addTrigger("Rotate with Two Fingers", keys::kMouseRotate, mouse);
+  addTrigger("3-Finger Swipe: Back/Forward", keys::kMouseSwipe3Nav, mouse);
 
   MenuItem pad = submenu("Trackpad");
-  addTrigger("Click with Three Fingers", "padClick3", pad);
-  addTrigger("Tap with Three Fingers", "padTap3", pad);
-  addTrigger("Tap with Four Fingers", "padTap4", pad);
+  addTrigger("Click with Three Fingers", keys::kPadClick3, pad);
+  addTrigger("Tap with Three Fingers", keys::kPadTap3, pad);
+  addTrigger("Tap with Four Fingers", keys::kPadTap4, pad);
 
   MenuItem status = item({}, {});
   status.enabled = false;
@@ -198,14 +200,14 @@ void TrayMenu::refreshIgnoreItem(MenuItem& ignore) const {
     ignore.checked = false;
     return;
   }
-  ignore.title = filledFormat(localize_("Ignore %@"), front->name);
+  ignore.title = formatText(localize_("Ignore %@"), {front->name});
   const auto ignored = Config::normalizedAppIDs(services_.config.ignoredApps());
   ignore.checked =
       std::find(ignored.begin(), ignored.end(), front->bundleID.text()) != ignored.end();
 }
 
 void TrayMenu::statusItemClicked(const std::optional<StatusItemClick>& click) {
-  const bool toggles = services_.config.defaults().boolean("leftClickTogglesEnabled");
+  const bool toggles = services_.config.defaults().boolean(keys::kLeftClickTogglesEnabled);
   switch (clickAction(click, toggles)) {
     case ClickAction::showMenu:
       rebuildContextMenu();
@@ -221,7 +223,7 @@ void TrayMenu::statusItemClicked(const std::optional<StatusItemClick>& click) {
 }
 
 void TrayMenu::toggleEnabled() {
-  flip(services_.config.defaults(), kEnabled);
+  flip(services_.config.defaults(), keys::kEnabled);
   if (enabled()) {
     services_.controller.start();
   } else {

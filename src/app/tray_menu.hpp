@@ -8,6 +8,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -105,7 +106,7 @@ class TrayMenu {
   [[nodiscard]] MenuItem item(std::string_view titleKey, std::function<void()> action) const;
   [[nodiscard]] MenuItem updatesItem();
   [[nodiscard]] MenuItem submenu(std::string_view titleKey);
-  void addTrigger(std::string_view titleKey, const char* settingKey, MenuItem& menu);
+  void addTrigger(std::string_view titleKey, std::string_view settingKey, MenuItem& menu);
   void refreshTriggers(std::vector<MenuItem>& items) const;
   void refreshIgnoreItem(MenuItem& item) const;
   [[nodiscard]] bool enabled() const;

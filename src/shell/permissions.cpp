@@ -2,13 +2,9 @@
 
 #include <utility>
 
+#include "config/settings_keys.hpp"
+
 namespace velotap {
-namespace {
-
-constexpr std::string_view kPresentedKey = "accessibilitySetupPresented";
-
-}  // namespace
-
 Permissions::Permissions(DefaultsStore& defaults, MainQueue& queue, Closures initial)
     : closures(std::move(initial)),
       defaults_(defaults),
@@ -75,8 +71,8 @@ void Permissions::requestOnce() {
 }
 
 bool Permissions::takeInitialPresentation(bool enabled) {
-  const bool presented = defaults_.boolean(kPresentedKey);
-  defaults_.set(kPresentedKey, true);
+  const bool presented = defaults_.boolean(keys::kAccessibilitySetupPresented);
+  defaults_.set(keys::kAccessibilitySetupPresented, true);
   return !presented && enabled && !granted_;
 }
 

@@ -24,6 +24,12 @@ using Message = std::unique_ptr<sd_bus_message, MessageRelease>;
 constexpr SessionBus::Method kGetNameOwner{"org.freedesktop.DBus", "/org/freedesktop/DBus",
                                            "org.freedesktop.DBus", "GetNameOwner"};
 
+constexpr SessionBus::Method kRequestName{"org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                          "org.freedesktop.DBus", "RequestName"};
+constexpr std::uint32_t kDoNotQueue = 4;
+constexpr std::uint32_t kNowOwner = 1;
+constexpr std::uint32_t kAlreadyOwner = 4;
+
 Message newCall(const SdBusLibrary& library, sd_bus* bus, const SessionBus::Method& method,
                 const std::vector<std::string>& arguments) {
   sd_bus_message* raw = nullptr;
@@ -166,15 +172,29 @@ void SessionBus::forget(const Slot* slot) {
 
 void SessionBus::call(const Method& method, const std::vector<std::string>& arguments,
                       Handler reply) {
-  const Message message = newCall(*library_, bus_, method, arguments);
+  send(newCall(*library_, bus_, method, arguments).get(), std::move(reply));
+}
+
+void SessionBus::send(sd_bus_message* message, Handler reply) {
   Slot& slot = newSlot(std::move(reply));
-  if (message != nullptr && library_->sd_bus_call_async(bus_, &slot.slot, message.get(),
+  if (message != nullptr && library_->sd_bus_call_async(bus_, &slot.slot, message,
                                                         &Handlers::reply, &slot, 0) >= 0) {
     return arrange();
   }
   const Handler handler = std::move(slot.handler);
   forget(&slot);
   handler({});
+}
+
+void SessionBus::requestName(const std::string& name, std::function<void(bool granted)> settled) {
+  const Message message = newCall(*library_, bus_, kRequestName, {name});
+  if (message != nullptr) {
+    library_->sd_bus_message_append_basic(message.get(), 'u', &kDoNotQueue);
+  }
+  send(message.get(), [settled = std::move(settled)](BusMessage reply) {
+    const auto answer = reply.number();
+    settled(answer == kNowOwner || answer == kAlreadyOwner);
+  });
 }
 
 void SessionBus::tell(const Method& method, const std::vector<std::string>& arguments) {

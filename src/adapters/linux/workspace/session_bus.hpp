@@ -81,6 +81,9 @@ class SessionBus {
   /// Answers calls of one method of an object of ours; the reply is empty. False when refused.
   [[nodiscard]] bool onCall(const char* path, const char* interface, const char* member,
                             Handler received);
+  /// Asks for a name of our own, by which others find us; whether it is ours now. It stays with
+  /// whoever has it already.
+  void requestName(const std::string& name, std::function<void(bool granted)> settled);
   /// Our address on the bus; empty until the connection stands.
   [[nodiscard]] std::string uniqueName() const;
 
@@ -89,6 +92,7 @@ class SessionBus {
   struct Handlers;
   [[nodiscard]] Slot& newSlot(Handler handler);
   void forget(const Slot* slot);
+  void send(sd_bus_message* message, Handler reply);
   void askOwner(const std::string& name, std::function<void(std::string)> changed);
   void serve();
   void arrange();

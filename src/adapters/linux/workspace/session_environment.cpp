@@ -22,11 +22,6 @@ bool names(const std::string& desktops, std::string_view desktop) {
   return std::find(parts.begin(), parts.end(), desktop) != parts.end();
 }
 
-bool isWayland(const SessionEnvironment& session) {
-  if (session.sessionType == "x11" && !session.display.empty()) return false;
-  return session.sessionType == "wayland" || !session.waylandDisplay.empty();
-}
-
 bool isDigits(std::string_view text) {
   return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
 }
@@ -67,6 +62,11 @@ SessionEnvironment SessionEnvironment::read(const Lookup& lookup) {
 
 SessionEnvironment SessionEnvironment::ofThisProcess() {
   return read([](const char* name) { return std::getenv(name); });
+}
+
+bool isWayland(const SessionEnvironment& session) {
+  if (session.sessionType == "x11" && !session.display.empty()) return false;
+  return session.sessionType == "wayland" || !session.waylandDisplay.empty();
 }
 
 std::vector<FrontSourceKind> sourcesFor(const SessionEnvironment& session) {

@@ -30,6 +30,10 @@ struct SessionEnvironment {
   [[nodiscard]] static SessionEnvironment ofThisProcess();
 };
 
+/// Whether a Wayland compositor is the session's display server, with or without an X server
+/// beside it.
+[[nodiscard]] bool isWayland(const SessionEnvironment& session);
+
 /// The sources worth trying, best first. On Wayland the X server is not among them, although there
 /// usually is one: it knows the windows of X programs only, and would name the one that was in
 /// front last.

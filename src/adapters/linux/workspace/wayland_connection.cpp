@@ -19,7 +19,10 @@ struct WaylandConnection::Handlers {
                      std::uint32_t version) {
     ownerOf<WaylandConnection>(data).callbacks_.global(registry, name, interface, version);
   }
-  static void globalGone(void* /*data*/, wl_registry* /*registry*/, std::uint32_t /*name*/) {}
+  static void globalGone(void* data, wl_registry* /*registry*/, std::uint32_t name) {
+    const auto& removed = ownerOf<WaylandConnection>(data).callbacks_.removed;
+    if (removed) removed(name);
+  }
   static void done(void* data, wl_callback* callback, std::uint32_t /*serial*/) {
     auto& connection = ownerOf<WaylandConnection>(data);
     wl_callback_destroy(callback);

@@ -27,6 +27,8 @@ class WaylandConnection {
     /// Everything asked before the last `sync` was answered.
     std::function<void()> synced;
     std::function<void(std::string reason)> lost;
+    /// A global is gone. May be empty.
+    std::function<void(std::uint32_t name)> removed{};
   };
 
   WaylandConnection(DescriptorLoop& loop, Callbacks callbacks);
