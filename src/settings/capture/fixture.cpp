@@ -52,12 +52,20 @@ Observation MemoryPreferences::observe(std::string_view, std::function<void()>) 
   return {};
 }
 
+std::shared_ptr<DelayedWork> ImmediateQueue::asyncAfter(double, Task task) {
+  task();
+  return nullptr;
+}
+
 Fixture::Fixture(std::string locale)
     : locale_(std::move(locale)),
       defaults_(storage_, log_, kFixtureDomain),
       config_(defaults_, notifications_),
-      selection_(defaults_) {
+      selection_(defaults_),
+      taps_(queue_, notifications_),
+      touches_(taps_) {
   fill(defaults_);
+  recordTaps();
   generalFacts.accessibilityGranted = true;
   generalFacts.listenersRunning = true;
   generalFacts.connectedDevices = {DeviceClass::magicMouse};
@@ -117,9 +125,53 @@ PracticeEffects Fixture::practiceEffects(PanesObject& panes) const {
           .showTuning = [&panes] { show(panes, PreferencesTab::tuning); }};
 }
 
+TuningEffects Fixture::tuningEffects(PanesObject& panes) {
+  return {.defaults = defaults_,
+          .log = taps_,
+          .notifications = notifications_,
+          .touches = touches_,
+          .texts = [this] { return texts(); },
+          .announce = [](std::string_view) {},
+          .showGestures = [&panes] { show(panes, PreferencesTab::gestures); }};
+}
+
+// One tap of every outcome, and a few that worked.
+void Fixture::recordTaps() {
+  struct Tap {
+    std::int64_t secondsAgo;
+    DeviceClass device;
+    int fingers;
+    double duration;
+    double drift;
+    TapActivity::Outcome outcome;
+  };
+  using Outcome = TapActivity::Outcome;
+  constexpr std::array<Tap, 6> kTaps{{
+      {96, DeviceClass::trackpad, 3, 0.117, 0.004, Outcome::click},
+      {71, DeviceClass::magicMouse, 3, 0.142, 0.061, Outcome::moved},
+      {52, DeviceClass::magicMouse, 3, 0.128, 0.012, Outcome::click},
+      {51, DeviceClass::magicMouse, 3, 0.094, 0.010, Outcome::tooSoon},
+      {24, DeviceClass::magicMouse, 3, 0.341, 0.018, Outcome::tooLong},
+      {9, DeviceClass::magicMouse, 3, 0.156, 0.021, Outcome::click},
+  }};
+  for (const Tap& tap : kTaps) {
+    taps_.record({.id = 0,
+                  .date = std::chrono::system_clock::time_point(
+                      std::chrono::seconds(kNow - tap.secondsAgo)),
+                  .deviceClass = tap.device,
+                  .fingers = tap.fingers,
+                  .duration = tap.duration,
+                  .drift = tap.drift,
+                  .maxDuration = 0.3,
+                  .maxDrift = 0.05,
+                  .outcome = tap.outcome});
+  }
+}
+
 void Fixture::makePanes(PanesObject& panes) {
   panes.general = new GeneralObject(generalEffects(panes), &panes);
   panes.gestures = new GesturesObject(defaults_, selection_, gesturesEffects(panes), &panes);
+  panes.tuning = new TuningObject(tuningEffects(panes), &panes);
   panes.practice = new PracticeObject(practiceEffects(panes), &panes);
 }
 

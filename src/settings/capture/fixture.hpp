@@ -10,13 +10,16 @@
 
 #include "config/config.hpp"
 #include "config/defaults_store.hpp"
+#include "gestures/tap_activity_log.hpp"
 #include "input/gesture_device.hpp"
 #include "platform/diagnostic_log.hpp"
+#include "platform/main_queue.hpp"
 #include "platform/notification_center.hpp"
 #include "platform/preferences_storage.hpp"
 #include "settings/window/general_object.hpp"
 #include "settings/window/gestures_object.hpp"
 #include "settings/window/practice_object.hpp"
+#include "settings/window/tuning_object.hpp"
 #include "settings/window/window_object.hpp"
 
 namespace velotap {
@@ -41,6 +44,14 @@ class SilentLog final : public DiagnosticLog {
   void line(std::string_view) override {}
 };
 
+/// Runs every task at once; for a program of one thread.
+class ImmediateQueue final : public MainQueue {
+ public:
+  void async(Task task) override { task(); }
+  std::shared_ptr<DelayedWork> asyncAfter(double, Task task) override;
+  [[nodiscard]] bool isCurrent() const override { return true; }
+};
+
 class Fixture {
  public:
   /// In the notation of `locale`, such as "de_AT", and its language where there is a table for it.
@@ -61,6 +72,8 @@ class Fixture {
   [[nodiscard]] GeneralEffects generalEffects(PanesObject& panes);
   [[nodiscard]] GesturesEffects gesturesEffects(PanesObject& panes);
   [[nodiscard]] PracticeEffects practiceEffects(PanesObject& panes) const;
+  [[nodiscard]] TuningEffects tuningEffects(PanesObject& panes);
+  void recordTaps();
 
   std::string locale_;
   MemoryPreferences storage_;
@@ -69,6 +82,9 @@ class Fixture {
   DefaultsStore defaults_;
   Config config_;
   GestureDeviceSelection selection_;
+  ImmediateQueue queue_;
+  TapActivityLog taps_;
+  RetainedTouches touches_;
 };
 
 }  // namespace velotap

@@ -50,8 +50,8 @@ class SceneTest : public ViewTest {
 
 TEST_F(SceneTest, NothingIsCutOffInAnyLanguage) {
   for (const char* language : kLanguages) {
-    for (std::size_t tab = 0; tab < 2; ++tab) {
-      open(language, static_cast<PreferencesTab>(tab), {480, 1600});
+    for (std::size_t tab = 0; tab < 3; ++tab) {
+      open(language, static_cast<PreferencesTab>(tab), {480, 2600});
       EXPECT_EQ(truncatedTexts(settings->view()->rootObject()), QStringList())
           << language << " " << kTabs[tab];
       keep(QStringLiteral("%1-%2").arg(QLatin1String(kTabs[tab]), QLatin1String(language)));
@@ -63,8 +63,8 @@ TEST_F(SceneTest, LightAndDark) {
   for (const auto& [look, name] :
        {std::pair(Look{}, "light"), std::pair(Look{ColorScheme::dark}, "dark")}) {
     context.setLook(look);
-    for (std::size_t tab = 0; tab < 2; ++tab) {
-      open("en", static_cast<PreferencesTab>(tab), {560, 1200});
+    for (std::size_t tab = 0; tab < 3; ++tab) {
+      open("en", static_cast<PreferencesTab>(tab), {560, 2400});
       keep(QStringLiteral("%1-%2").arg(QLatin1String(kTabs[tab]), QLatin1String(name)));
     }
   }
