@@ -50,6 +50,9 @@ void Config::refresh() {
   centerBand_.store(
       packed(validatedCenterBand(number(keys::kCenterMinX), number(keys::kCenterMaxX))),
       std::memory_order_relaxed);
+  trackpadMode_.store(
+      velotap::trackpadMode(defaults_.text(keys::kPadThreeFingerMode).value_or(std::string())),
+      std::memory_order_relaxed);
 }
 
 double Config::number(std::string_view key) const {

@@ -20,6 +20,7 @@
 #include "base/observer_list.hpp"
 #include "config/defaults_store.hpp"
 #include "config/settings_table.hpp"
+#include "config/trackpad_mode.hpp"
 #include "platform/notification_center.hpp"
 
 namespace velotap {
@@ -62,6 +63,10 @@ class Config {
   }
   [[nodiscard]] CenterBand centerBand() const noexcept {
     return unpacked(centerBand_.load(std::memory_order_relaxed));
+  }
+
+  [[nodiscard]] TrackpadMode trackpadMode() const noexcept {
+    return trackpadMode_.load(std::memory_order_relaxed);
   }
 
   [[nodiscard]] std::vector<std::string> ignoredApps() const;
@@ -119,6 +124,7 @@ class Config {
   std::atomic<double> maxTapDrift_{0};
   std::atomic<double> pinchSensitivity_{0};
   std::atomic<std::uint64_t> centerBand_{0};  // both edges, so that a reader never sees one of each
+  std::atomic<TrackpadMode> trackpadMode_{TrackpadMode::automatic};
   Observation changes_;
 };
 

@@ -32,6 +32,8 @@ inline constexpr std::string_view kMousePinchZoom = "mousePinchZoom";
 inline constexpr std::string_view kMouseRotate = "mouseRotate";
 inline constexpr std::string_view kMouseSwipe3Nav = "mouseSwipe3Nav";
 
+inline constexpr std::string_view kPadThreeFingerMode = "padThreeFingerMode";
+
 inline constexpr std::string_view kAccessibilitySetupPresented = "accessibilitySetupPresented";
 inline constexpr std::string_view kGestureDevice = "settings.gestureDevice";
 inline constexpr std::string_view kAppRuleSort = "settings.appRuleSort";

@@ -62,6 +62,13 @@ constexpr std::array kTable = {
     flag(keys::kMouseRotate, false, "Magic Mouse: turning two fingers rotates"),
     flag(keys::kMouseSwipe3Nav, false,
          "Magic Mouse: a horizontal three-finger swipe posts Back or Forward"),
+    // Not registered: whatever is no known mode, a missing one included, is the automatic one.
+    SettingRow{.key = keys::kPadThreeFingerMode,
+               .type = Type::text,
+               .fallback = Fallback::declared,
+               .factoryText = "automatic",
+               .meaning = "Trackpad: who answers three fingers: the desktop (native), the program "
+                          "(post), or the desktop where it does so by itself (automatic)"},
     // Remembered by the program itself; nothing is registered for these.
     memory(keys::kAccessibilitySetupPresented, Type::boolean,
            "The set-up of the permission was shown once"),

@@ -64,12 +64,14 @@ bool TouchEngine::start() {
     services_.log.line("registered on " + std::to_string(devices_.size()) +
                        " device(s): " + listText(descriptions));
   }
+  if (wantsPinches() && hasMouse()) prepareGestures();
   return !devices_.empty();
 }
 
 void TouchEngine::stop() {
   for (const MTDevice device : devices_) services_.multitouch.stopDevice(device, &frameCallback);
   devices_.clear();
+  gesturesPrepared_ = false;
   services_.pinch.cancelAll();
   bool held = false;
   {
@@ -147,10 +149,28 @@ void TouchEngine::advanceSessionLocked(DeviceState& state, const Fingers& finger
   }
 }
 
+bool TouchEngine::wantsPinches() const noexcept {
+  const Config& config = services_.config;
+  return config.isOn(Trigger::mousePinchZoom) || config.isOn(Trigger::mouseRotate);
+}
+
+bool TouchEngine::hasMouse() const {
+  const auto classes = connectedDeviceClasses();
+  return std::find(classes.begin(), classes.end(), DeviceClass::magicMouse) != classes.end();
+}
+
+// What posts the gestures may need most of a second before the first one, which nobody should wait
+// for with two fingers on the mouse.
+void TouchEngine::prepareGestures() {
+  if (gesturesPrepared_.load(std::memory_order_relaxed)) return;
+  if (!gesturesPrepared_.exchange(true)) services_.events.prepareGestures();
+}
+
 void TouchEngine::pinchStep(MTDevice device, const Fingers& fingers, bool ready,
                             const std::optional<AppTracker::GestureContext>& context) {
-  const Config& config = services_.config;
-  const bool wanted = config.isOn(Trigger::mousePinchZoom) || config.isOn(Trigger::mouseRotate);
+  const bool wanted = wantsPinches();
+  // Switched on since the start: with the next touch, not with the next pinch.
+  if (wanted) prepareGestures();
   if (wanted && ready && context && !context->isPractice) {
     services_.pinch.process(device, fingers, {context->bundleID, context->usesKeystrokeZoom});
   } else {

@@ -9,6 +9,7 @@
 // steady state allocates nothing.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <limits>
 #include <mutex>
@@ -97,6 +98,9 @@ class TouchEngine final : public ClickPolicy {
   bool postSwipe(const DeviceState& state, AppId currentTarget, double duration);
   void finishTap(const DeviceState& state, AppId currentTarget, double duration, double now);
   void logSessionEnd(const DeviceState& state, double duration) const;
+  [[nodiscard]] bool wantsPinches() const noexcept;
+  [[nodiscard]] bool hasMouse() const;
+  void prepareGestures();
   void pinchStep(MTDevice device, const Fingers& fingers, bool ready,
                  const std::optional<AppTracker::GestureContext>& context);
   [[nodiscard]] bool systemDragsWithThreeFingers() const;
@@ -104,6 +108,7 @@ class TouchEngine final : public ClickPolicy {
 
   Services services_;
   std::vector<MTDevice> devices_;  // main thread only
+  std::atomic<bool> gesturesPrepared_ = false;
 
   mutable OrderedMutex<LockRank::engine> lock_;
   std::vector<Entry> states_;

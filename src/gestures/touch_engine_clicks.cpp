@@ -17,6 +17,12 @@ struct ClickTriggers {
   bool pinching;
 };
 
+bool answersPadClicks(const Config& config, const SystemPreferences& system) {
+  return config.isOn(Trigger::padClick3) &&
+         programAnswers(config.trackpadMode(),
+                        system.desktopClicksFor(TrackpadGesture::threeFingerClick));
+}
+
 bool qualifies(const DeviceState& state, const ClickTriggers& triggers) {
   switch (state.deviceClass) {
     case DeviceClass::trackpad:
@@ -80,12 +86,13 @@ bool TouchEngine::shouldConvertClick(Button button) {
   if (!config.enabled()) return false;
   const auto context = services_.apps.gestureContext();
   if (!context) return false;
-  const ClickTriggers triggers = {.mouseClick3 = config.isOn(Trigger::mouseClick3),
-                                  .mouseClick2 = config.isOn(Trigger::mouseClick2),
-                                  .mouseClick1Center = config.isOn(Trigger::mouseClick1Center),
-                                  .padClick3 = config.isOn(Trigger::padClick3),
-                                  .centerBand = config.centerBand(),
-                                  .pinching = services_.pinch.isPinching()};
+  const ClickTriggers triggers = {
+      .mouseClick3 = config.isOn(Trigger::mouseClick3),
+      .mouseClick2 = config.isOn(Trigger::mouseClick2),
+      .mouseClick1Center = config.isOn(Trigger::mouseClick1Center),
+      .padClick3 = answersPadClicks(config, services_.systemPreferences),
+      .centerBand = config.centerBand(),
+      .pinching = services_.pinch.isPinching()};
   const std::lock_guard guard(lock_);
   if (clickConversion_.heldButton) return false;
   int touching = 0;

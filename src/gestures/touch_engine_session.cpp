@@ -15,14 +15,20 @@ namespace {
 // How long the system may take to make a left click of a tap that already became a middle click.
 constexpr double kSyntheticClickWindow = 0.5;
 
-FingerCountSet enabledTaps(DeviceClass deviceClass, const Config& config) {
+FingerCountSet enabledTaps(DeviceClass deviceClass, const Config& config,
+                           const SystemPreferences& system) {
   FingerCountSet counts;
   switch (deviceClass) {
     case DeviceClass::magicMouse:
       if (config.isOn(Trigger::mouseTap3)) counts.insert(3);
       break;
     case DeviceClass::trackpad:
-      if (config.isOn(Trigger::padTap3)) counts.insert(3);
+      // A tap that the desktop answers is none of ours: no click, and no word about how it went.
+      if (config.isOn(Trigger::padTap3) &&
+          programAnswers(config.trackpadMode(),
+                         system.desktopClicksFor(TrackpadGesture::threeFingerTap))) {
+        counts.insert(3);
+      }
       if (config.isOn(Trigger::padTap4)) counts.insert(4);
       break;
   }
@@ -55,7 +61,8 @@ void TouchEngine::updateTapSession(DeviceState& state, const Fingers& fingers, A
     const bool isMouse = state.deviceClass == DeviceClass::magicMouse;
     state.sessionStart = services_.clock.uptime();
     state.targetBundleID = target;
-    state.enabledTapFingerCounts = enabledTaps(state.deviceClass, config);
+    state.enabledTapFingerCounts =
+        enabledTaps(state.deviceClass, config, services_.systemPreferences);
     state.swipeEnabledAtStart = isMouse && config.isOn(Trigger::mouseSwipe3Nav);
     state.tapLimitsAtStart = {.duration = config.maxTapDuration(), .drift = config.maxTapDrift()};
     state.maxFingers = 0;

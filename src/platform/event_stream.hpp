@@ -69,6 +69,9 @@ class EventStream {
   [[nodiscard]] virtual std::optional<KeyEvent> makeKey(std::uint16_t keyCode, bool down) = 0;
   virtual void post(const KeyEvent& event) = 0;
   virtual void post(const GestureEvent& event) = 0;
+  /// Gestures may be posted from now on: whatever takes its time before the first one is made
+  /// ready.
+  virtual void prepareGestures() {}
 };
 
 }  // namespace velotap

@@ -1,6 +1,7 @@
 // The port for the user's stored settings: named domains, each a flat dictionary.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -24,12 +25,21 @@ class PreferencesStorage {
                                             std::function<void()> changed) = 0;
 };
 
-/// Settings that belong to the operating system or the desktop, by domain and key. Any thread.
+/// Gestures on a trackpad that a desktop may turn into a click by itself.
+enum class TrackpadGesture : std::uint8_t { threeFingerTap, threeFingerClick };
+
+/// What belongs to the operating system or the desktop. Any thread.
 class SystemPreferences {
  public:
   virtual ~SystemPreferences() = default;
+  /// One of its settings, by domain and key.
   [[nodiscard]] virtual std::optional<Value> read(std::string_view domain,
                                                   std::string_view key) = 0;
+  /// The desktop turns this gesture into a click of its own, so that whoever posts another for it
+  /// clicks twice. Without allocation. Never, where desktops do no such thing.
+  [[nodiscard]] virtual bool desktopClicksFor(TrackpadGesture /*gesture*/) const noexcept {
+    return false;
+  }
 };
 
 }  // namespace velotap

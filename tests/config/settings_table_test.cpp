@@ -56,14 +56,15 @@ TEST(SettingsTable, otherSettingsAreNotRegistered) {
   const ValueMap factory = factorySettings();
   for (const char* key :
        {"accessibilitySetupPresented", "settings.gestureDevice", "settings.appRuleSort",
-        "settings.appRuleDetails", "lowercaseIdentityMigrationCompleted"}) {
+        "settings.appRuleDetails", "lowercaseIdentityMigrationCompleted", "padThreeFingerMode"}) {
     ASSERT_NE(findSetting(key), nullptr) << key;
     EXPECT_FALSE(factory.contains(key)) << key;
   }
-  EXPECT_EQ(settingsTable().size(), factory.size() + 5);
+  EXPECT_EQ(settingsTable().size(), factory.size() + 6);
 }
 
-TEST(SettingsTable, theSettingsWindowDeclaresTwoFactoryValues) {
+TEST(SettingsTable, theSettingsWindowDeclaresThreeFactoryValues) {
+  EXPECT_EQ(factoryValue(*findSetting("padThreeFingerMode")), Value("automatic"));
   EXPECT_EQ(factoryValue(*findSetting("settings.appRuleSort")), Value("name"));
   EXPECT_EQ(factoryValue(*findSetting("settings.appRuleDetails")), Value(true));
   EXPECT_FALSE(factoryValue(*findSetting("settings.gestureDevice")));

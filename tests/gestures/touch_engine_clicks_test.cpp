@@ -65,6 +65,24 @@ const ConversionCase kConversionCases[] = {
 INSTANTIATE_TEST_SUITE_P(Cases, ClickTriggerOf, ::testing::ValuesIn(kConversionCases),
                          [](const auto& tested) { return tested.param.name; });
 
+TEST_F(ClickConversion, AClickThatTheDesktopAnswersIsLeftAlone) {
+  systemPreferences.setDesktopClicksFor(TrackpadGesture::threeFingerTap, true);
+  frame(pad, row(3));
+  EXPECT_TRUE(converts()) << "answered are taps, not clicks";
+  EXPECT_TRUE(engine.endConversion(Button::left));
+  systemPreferences.setDesktopClicksFor(TrackpadGesture::threeFingerClick, true);
+  EXPECT_FALSE(converts());
+  set("padThreeFingerMode", "post");
+  EXPECT_TRUE(converts());
+  EXPECT_TRUE(engine.endConversion(Button::left));
+  systemPreferences.setDesktopClicksFor(TrackpadGesture::threeFingerClick, false);
+  set("padThreeFingerMode", "native");
+  EXPECT_FALSE(converts());
+  lift(pad);
+  frame(mouse, row(3));
+  EXPECT_TRUE(converts()) << "no desktop knows of fingers on a mouse";
+}
+
 TEST_F(ClickConversion, WithoutFingersAClickIsAClick) {
   EXPECT_FALSE(converts());
 }

@@ -20,6 +20,64 @@ class TapSession : public EngineTest {
   }
 };
 
+// Who answers three fingers on a trackpad.
+
+struct AnswerCase {
+  const char* name;
+  const char* setting;
+  bool desktopClicks;
+  bool ours;
+};
+
+class TapAnsweredBy : public TapSession, public ::testing::WithParamInterface<AnswerCase> {};
+
+TEST_P(TapAnsweredBy, Session) {
+  const AnswerCase& c = GetParam();
+  set("padThreeFingerMode", c.setting);
+  set("padTap4", true);
+  systemPreferences.setDesktopClicksFor(TrackpadGesture::threeFingerTap, c.desktopClicks);
+  systemPreferences.setDesktopClicksFor(TrackpadGesture::threeFingerClick, !c.desktopClicks);
+  tap(pad, 3);
+  EXPECT_EQ(clicked(), c.ours);
+  EXPECT_EQ(outcomes(), c.ours ? Lines{"click"} : Lines{});
+  time.advance(1);
+  tap(pad, 3, 0.4);
+  EXPECT_EQ(outcomes(), c.ours ? Lines{"tooLong"} : Lines{}) << "whose limits were missed";
+  time.advance(1);
+  tap(pad, 4);
+  EXPECT_TRUE(clicked()) << "four fingers are always ours";
+  time.advance(1);
+  tap(mouse, 3);
+  EXPECT_TRUE(clicked()) << "no desktop knows of fingers on a mouse";
+}
+
+const AnswerCase kAnswerCases[] = {
+    {"automaticWithoutDesktop", "automatic", false, true},
+    {"automaticWithDesktop", "automatic", true, false},
+    {"unknownTextWithDesktop", "Post", true, false},
+    {"unknownTextWithoutDesktop", "Native", false, true},
+    {"nativeWithoutDesktop", "native", false, false},
+    {"nativeWithDesktop", "native", true, false},
+    {"postWithoutDesktop", "post", false, true},
+    {"postWithDesktop", "post", true, true},
+};
+
+INSTANTIATE_TEST_SUITE_P(Cases, TapAnsweredBy, ::testing::ValuesIn(kAnswerCases),
+                         [](const auto& tested) { return tested.param.name; });
+
+TEST_F(TapSession, ADesktopThatBeginsToAnswerGetsTheNextTap) {
+  frame(pad, row(3));
+  systemPreferences.setDesktopClicksFor(TrackpadGesture::threeFingerTap, true);
+  lift(pad);
+  EXPECT_TRUE(clicked());
+  time.advance(1);
+  tap(pad, 3);
+  EXPECT_FALSE(clicked());
+  systemPreferences.setDesktopClicksFor(TrackpadGesture::threeFingerTap, false);
+  tap(pad, 3);
+  EXPECT_TRUE(clicked()) << "nothing of ours came before that it could be too soon after";
+}
+
 // Limits, one tap for each case.
 
 struct LimitCase {

@@ -93,6 +93,25 @@ TEST_F(TouchEngineStart, ADeviceOfUnknownFamilyIsATrackpad) {
   EXPECT_EQ(engine.connectedDeviceClasses(), std::vector{DeviceClass::trackpad});
 }
 
+TEST_F(TouchEngineStart, AnnouncesGesturesWhereAMouseMayPinch) {
+  multitouch.add({.name = pad, .family = 128});
+  EXPECT_TRUE(engine.start());
+  EXPECT_EQ(events.preparations(), 0) << "trackpads do not pinch here";
+  multitouch.add({.name = mouse, .family = 112, .starts = false});
+  EXPECT_TRUE(engine.start());
+  EXPECT_EQ(events.preparations(), 0) << "it could not be started";
+  multitouch.add({.name = "second", .family = 113});
+  set("mousePinchZoom", false);
+  EXPECT_TRUE(engine.start());
+  EXPECT_EQ(events.preparations(), 0) << "nobody wants to";
+  set("mouseRotate", true);
+  EXPECT_TRUE(engine.start());
+  EXPECT_EQ(events.preparations(), 1);
+  EXPECT_TRUE(engine.start());
+  EXPECT_EQ(events.preparations(), 2) << "what was ready may be gone since";
+  multitouch.takeCalls();
+}
+
 TEST_F(TouchEngineStart, SaysNothingWhenNobodyAsked) {
   log.setEnabled(false);
   addDevices();
@@ -116,6 +135,24 @@ TEST_F(TouchEngineFrames, ATapIsAMiddleClick) {
   tap(pad, 3);
   EXPECT_EQ(posted.take(), kMiddleClick);
   EXPECT_EQ(outcomes(), Lines{"click"});
+}
+
+TEST_F(TouchEngineFrames, GesturesSwitchedOnLaterAreAnnouncedAtTheNextTouch) {
+  set("mousePinchZoom", false);
+  start();
+  const int before = events.preparations();
+  frame(mouse, row(1));
+  lift(mouse);
+  EXPECT_EQ(events.preparations(), before);
+  set("mousePinchZoom", true);
+  frame(pad, row(2));
+  lift(pad);
+  EXPECT_EQ(events.preparations(), before);
+  for (int i = 0; i < 3; ++i) {
+    frame(mouse, row(1));
+    lift(mouse);
+  }
+  EXPECT_EQ(events.preparations(), before + 1);
 }
 
 TEST_F(TouchEngineFrames, FramesOfUnknownDevicesAreIgnored) {

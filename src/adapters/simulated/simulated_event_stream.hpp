@@ -9,6 +9,7 @@
 // before anybody posts.
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <mutex>
 #include <variant>
@@ -30,6 +31,10 @@ class SimulatedEventStream final : public EventStream {
   void post(const KeyEvent& event) override { posted_.notify(event); }
   void post(const GestureEvent& event) override { posted_.notify(event); }
 
+  void prepareGestures() override { ++preparations_; }
+  /// How often somebody announced gestures.
+  [[nodiscard]] int preparations() const noexcept { return preparations_; }
+
   /// Nothing: no event can be made to read the location.
   void setPointer(std::optional<Point> location);
   /// Decides which events cannot be made; by default all can.
@@ -41,6 +46,7 @@ class SimulatedEventStream final : public EventStream {
   [[nodiscard]] Observation observePosts(std::function<void(const PostedEvent&)> observer);
 
  private:
+  std::atomic<int> preparations_ = 0;
   mutable std::mutex lock_;
   std::optional<Point> pointer_ = Point{512, 384.5};
   std::function<bool(MouseEventType)> mouseFails_;

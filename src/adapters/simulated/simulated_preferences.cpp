@@ -40,4 +40,13 @@ void SimulatedSystemPreferences::set(std::string_view domain, std::string_view k
   values_.insert_or_assign({std::string(domain), std::string(key)}, std::move(value));
 }
 
+bool SimulatedSystemPreferences::desktopClicksFor(TrackpadGesture gesture) const noexcept {
+  return clicks_[static_cast<std::size_t>(gesture)];
+}
+
+void SimulatedSystemPreferences::setDesktopClicksFor(TrackpadGesture gesture,
+                                                     bool clicks) noexcept {
+  clicks_[static_cast<std::size_t>(gesture)] = clicks;
+}
+
 }  // namespace velotap

@@ -4,6 +4,8 @@
 // any thread.
 #pragma once
 
+#include <array>
+#include <atomic>
 #include <functional>
 #include <map>
 #include <mutex>
@@ -41,8 +43,11 @@ class SimulatedSystemPreferences final : public SystemPreferences {
  public:
   [[nodiscard]] std::optional<Value> read(std::string_view domain, std::string_view key) override;
   void set(std::string_view domain, std::string_view key, Value value);
+  [[nodiscard]] bool desktopClicksFor(TrackpadGesture gesture) const noexcept override;
+  void setDesktopClicksFor(TrackpadGesture gesture, bool clicks) noexcept;
 
  private:
+  std::array<std::atomic<bool>, 2> clicks_{};  // by gesture
   std::mutex lock_;
   std::map<std::pair<std::string, std::string>, Value> values_;
 };

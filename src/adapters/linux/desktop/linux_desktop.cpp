@@ -29,7 +29,8 @@ void tellOutput(const char* message, int error) {
 LinuxDesktop::LinuxDesktop(const LinuxHost& host, bool debug)
     : log_(debug),
       preferences_(host.loop, configurationFolder(), &tell),
-      systemPreferences_(host.loop, DesktopPlaces::read(&environmentOf), UinputTouchpad::kName),
+      systemPreferences_(host.loop, host.queue, DesktopPlaces::read(&environmentOf),
+                         UinputTouchpad::kName),
       keyboardLayout_(makeLayoutSources(host.loop, host.queue, SessionEnvironment::ofThisProcess(),
                                         DconfPlaces::read(&environmentOf))),
       workspace_(AppId::intern(kOwnBundleId),
@@ -37,7 +38,10 @@ LinuxDesktop::LinuxDesktop(const LinuxHost& host, bool debug)
                      SessionEnvironment::ofThisProcess(),
                      {.loop = host.loop, .queue = host.queue, .clock = host.clock, .log = log_}),
                  {.loop = host.loop, .queue = host.queue, .clock = host.clock, .log = log_}),
-      notices_(host.loop),
+      notices_(host.loop, host.queue, SessionEnvironment::ofThisProcess(),
+               SleepNotices::systemBusAddress(&environmentOf)),
+      activity_(host.loop),
+      trust_(access_, activity_),
       pointer_(chordKeyCodes()),
       output_(pointer_, host.clock, &tellOutput),
       locator_(host.clock, host.queue),
@@ -47,7 +51,9 @@ LinuxDesktop::LinuxDesktop(const LinuxHost& host, bool debug)
            .writeCombined =
                [this](std::span<const input_event> frame) { return output_.postFrame(frame); }},
           host.clock, log_),
-      events_(output_, locator_, [this](const GestureEvent& event) { gestures_.post(event); }),
+      events_(
+          output_, locator_, [this](const GestureEvent& event) { gestures_.post(event); },
+          [this] { gestures_.prepare(); }),
       platform_{.clock = host.clock,
                 .mainQueue = host.queue,
                 .libraries = libraries_,
@@ -58,7 +64,7 @@ LinuxDesktop::LinuxDesktop(const LinuxHost& host, bool debug)
                 .workspace = workspace_,
                 .keyboardLayout = keyboardLayout_,
                 .notices = notices_,
-                .trust = access_,
+                .trust = trust_,
                 .alerts = host.alerts,
                 .notifications = notifications_,
                 .log = log_} {

@@ -36,13 +36,13 @@ KdeConfig kdeConfigOf(const std::vector<std::string>& files) {
 
 }  // namespace
 
-LinuxSystemPreferences::LinuxSystemPreferences(DescriptorLoop& loop, DesktopPlaces places,
-                                               std::string gesturePadName)
+LinuxSystemPreferences::LinuxSystemPreferences(DescriptorLoop& loop, MainQueue& queue,
+                                               DesktopPlaces places, std::string gesturePadName)
     : places_(std::move(places)),
       gesturePadName_(std::move(gesturePadName)),
       watch_(loop, watchedFiles(places_), [this] { reload(); }) {
   if (places_.kind == DesktopKind::xServer) {
-    x11_ = std::make_unique<X11Touchpads>(loop, places_.display, [this] { reload(); });
+    x11_ = std::make_unique<X11Touchpads>(loop, queue, places_.display, [this] { reload(); });
   }
   // After watching began, so that no change falls in between.
   reload();
@@ -52,8 +52,14 @@ std::optional<Value> LinuxSystemPreferences::read(std::string_view domain, std::
   return systemGesturePreference(domain, key, answers());
 }
 
-TouchpadModes LinuxSystemPreferences::touchpadModes(TouchpadModeSetting setting) const noexcept {
-  return velotap::touchpadModes(answers(), setting);
+bool LinuxSystemPreferences::desktopClicksFor(TrackpadGesture gesture) const noexcept {
+  switch (gesture) {
+    case TrackpadGesture::threeFingerTap:
+      return answers().tap;
+    case TrackpadGesture::threeFingerClick:
+      return answers().click;
+  }
+  return false;
 }
 
 bool LinuxSystemPreferences::gesturePadUsable() const noexcept {

@@ -26,12 +26,13 @@ class LinuxSystemPreferences final : public SystemPreferences {
  public:
   /// `gesturePadName` is the name of the program's own virtual touchpad, which the desktop has
   /// settings for like any other.
-  LinuxSystemPreferences(DescriptorLoop& loop, DesktopPlaces places, std::string gesturePadName);
+  LinuxSystemPreferences(DescriptorLoop& loop, MainQueue& queue, DesktopPlaces places,
+                         std::string gesturePadName);
 
   /// Any thread.
   [[nodiscard]] std::optional<Value> read(std::string_view domain, std::string_view key) override;
-  /// Any thread: who answers three fingers on a trackpad.
-  [[nodiscard]] TouchpadModes touchpadModes(TouchpadModeSetting setting) const noexcept;
+  /// Any thread.
+  [[nodiscard]] bool desktopClicksFor(TrackpadGesture gesture) const noexcept override;
   /// Any thread: does the desktop listen to the virtual touchpad while a mouse is there?
   [[nodiscard]] bool gesturePadUsable() const noexcept;
 

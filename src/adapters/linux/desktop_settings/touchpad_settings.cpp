@@ -34,12 +34,6 @@ const TouchpadSettings& DesktopTouchpads::named(std::string_view name) const {
   return found == devices.end() ? others : found->settings;
 }
 
-TouchpadModeSetting touchpadModeSetting(std::string_view text) noexcept {
-  if (text == "native") return TouchpadModeSetting::native;
-  if (text == "post") return TouchpadModeSetting::post;
-  return TouchpadModeSetting::automatic;
-}
-
 ThreeFingerAnswers desktopAnswers(const TouchpadSettings& touchpad) noexcept {
   return {.tap = touchpad.enabled && touchpad.tapToClick,
           .click = touchpad.enabled && touchpad.clickMethod == TouchpadClickMethod::fingers};
@@ -56,21 +50,6 @@ ThreeFingerAnswers desktopAnswersOnTrackpads(const DesktopTouchpads& touchpads) 
     all.click = all.click || one.click;
   }
   return known ? all : desktopAnswers(touchpads.others);
-}
-
-TouchpadModes touchpadModes(ThreeFingerAnswers answers, TouchpadModeSetting setting) noexcept {
-  const auto mode = [](bool answered) {
-    return answered ? TouchpadMode::native : TouchpadMode::post;
-  };
-  switch (setting) {
-    case TouchpadModeSetting::native:
-      return {TouchpadMode::native, TouchpadMode::native};
-    case TouchpadModeSetting::post:
-      return {TouchpadMode::post, TouchpadMode::post};
-    case TouchpadModeSetting::automatic:
-      break;
-  }
-  return {.threeFingerTap = mode(answers.tap), .threeFingerClick = mode(answers.click)};
 }
 
 std::optional<Value> systemGesturePreference(std::string_view domain, std::string_view key,

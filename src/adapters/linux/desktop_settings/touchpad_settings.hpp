@@ -44,21 +44,6 @@ struct DesktopTouchpads {
   [[nodiscard]] const TouchpadSettings& named(std::string_view name) const;
 };
 
-/// Who answers a gesture of three fingers: the desktop, and the program stays out, or the program,
-/// by posting a middle click.
-enum class TouchpadMode : std::uint8_t { native, post };
-enum class TouchpadModeSetting { automatic, native, post };
-
-/// Four fingers mean nothing to any desktop, so the program always answers those.
-struct TouchpadModes {
-  TouchpadMode threeFingerTap = TouchpadMode::post;
-  TouchpadMode threeFingerClick = TouchpadMode::native;
-  friend bool operator==(const TouchpadModes&, const TouchpadModes&) = default;
-};
-
-/// Any text but "native" and "post" is `automatic`.
-[[nodiscard]] TouchpadModeSetting touchpadModeSetting(std::string_view text) noexcept;
-
 /// Which gestures of three fingers the desktop turns into a click of its own. Whichever click: a
 /// middle click beside a right one would open its menu and close it again.
 struct ThreeFingerAnswers {
@@ -71,9 +56,6 @@ struct ThreeFingerAnswers {
 /// For all trackpads together of which the program reads gestures. Where they differ, the desktop
 /// counts as answering when it answers on one: a click too many does more harm than one too few.
 [[nodiscard]] ThreeFingerAnswers desktopAnswersOnTrackpads(const DesktopTouchpads& touchpads);
-
-[[nodiscard]] TouchpadModes touchpadModes(ThreeFingerAnswers answers,
-                                          TouchpadModeSetting setting) noexcept;
 
 /// What the desktop does with the trackpads, under the domains and keys by which the program knows
 /// overlapping system gestures; nothing for any other domain or key. 1 is on, 0 off:

@@ -12,6 +12,9 @@
 #include <utility>
 #include <vector>
 
+#include "adapters/linux/session/session_environment.hpp"
+#include "adapters/linux/session/socket_recovery.hpp"
+
 namespace velotap {
 namespace {
 
@@ -91,21 +94,40 @@ struct X11Touchpads::Reader {
   }
 };
 
-X11Touchpads::X11Touchpads(DescriptorLoop& loop, const std::string& display,
+X11Touchpads::X11Touchpads(DescriptorLoop& loop, MainQueue& queue, std::string display,
                            std::function<void()> changed)
-    : changed_(std::move(changed)), connection_(xcb_connect(display.c_str(), nullptr)) {
-  if (xcb_connection_has_error(connection_) != 0 || !selectEvents()) return;
-  touchpads_ = read();
-  readable_ = loop.watch(xcb_get_file_descriptor(connection_), DescriptorLoop::Interest::readable,
-                         [this] { serve(); });
-  // What arrived while reading is in the library's queue and wakes nobody. Nobody has asked for
-  // the settings yet either, so this is no change.
-  (void)refresh();
+    : loop_(loop),
+      display_(std::move(display)),
+      changed_(std::move(changed)),
+      reconnection_(recoveryOf(loop, x11Socket(display_)), queue, [this] { return connect(); }) {
+  reconnection_.start();
+  told_ = true;
 }
 
 X11Touchpads::~X11Touchpads() {
+  disconnect();
+}
+
+bool X11Touchpads::connect() {
+  disconnect();
+  connection_ = xcb_connect(display_.c_str(), nullptr);
+  if (xcb_connection_has_error(connection_) != 0 || !selectEvents()) return false;
+  const DesktopTouchpads before = std::exchange(touchpads_, read());
+  readable_ = loop_.watch(xcb_get_file_descriptor(connection_), DescriptorLoop::Interest::readable,
+                          [this] { serve(); });
+  // What arrived while reading is in the library's queue and wakes nobody.
+  (void)refresh();
+  if (xcb_connection_has_error(connection_) != 0) {
+    touchpads_ = before;
+    return false;
+  }
+  if (told_ && touchpads_ != before) changed_();
+  return true;
+}
+
+void X11Touchpads::disconnect() {
   readable_.reset();
-  xcb_disconnect(connection_);
+  if (connection_ != nullptr) xcb_disconnect(std::exchange(connection_, nullptr));
 }
 
 bool X11Touchpads::selectEvents() const {
@@ -159,8 +181,14 @@ bool X11Touchpads::refresh() {
 }
 
 void X11Touchpads::serve() {
+  const DesktopTouchpads before = touchpads_;
   const bool others = refresh();
-  if (xcb_connection_has_error(connection_) != 0) readable_.reset();
+  if (xcb_connection_has_error(connection_) != 0) {
+    // What was read while the server went down is not what it was set to.
+    touchpads_ = before;
+    readable_.reset();
+    return reconnection_.lost();
+  }
   if (others) changed_();
 }
 

@@ -2,7 +2,8 @@
 //
 // There the settings are properties of the devices, written by the desktop and obeyed by the
 // server's driver, so they tell what holds rather than what somebody stored. Main thread. Reading
-// waits for the server's answers; it happens at the start and when a device or a property changes.
+// waits for the server's answers; it happens at the start, when a device or a property changes, and
+// when a server that went away is back. Meanwhile what was known last stays.
 #pragma once
 
 #include <functional>
@@ -10,6 +11,8 @@
 
 #include "adapters/linux/descriptor_loop.hpp"
 #include "adapters/linux/desktop_settings/touchpad_settings.hpp"
+#include "adapters/linux/session/reconnection.hpp"
+#include "platform/main_queue.hpp"
 
 struct xcb_connection_t;
 
@@ -18,7 +21,8 @@ namespace velotap {
 class X11Touchpads {
  public:
   /// `display` names the server as DISPLAY does; `changed` is called when other settings were read.
-  X11Touchpads(DescriptorLoop& loop, const std::string& display, std::function<void()> changed);
+  X11Touchpads(DescriptorLoop& loop, MainQueue& queue, std::string display,
+               std::function<void()> changed);
   ~X11Touchpads();
   X11Touchpads(const X11Touchpads&) = delete;
   X11Touchpads& operator=(const X11Touchpads&) = delete;
@@ -28,15 +32,21 @@ class X11Touchpads {
 
  private:
   struct Reader;
+  [[nodiscard]] bool connect();
+  void disconnect();
   [[nodiscard]] bool selectEvents() const;
   [[nodiscard]] DesktopTouchpads read() const;
   [[nodiscard]] bool refresh();
   void serve();
 
+  DescriptorLoop& loop_;
+  const std::string display_;
   const std::function<void()> changed_;
   xcb_connection_t* connection_ = nullptr;
   DesktopTouchpads touchpads_;
   Observation readable_;
+  Reconnection reconnection_;
+  bool told_ = false;  ///< somebody may have read the settings
 };
 
 }  // namespace velotap

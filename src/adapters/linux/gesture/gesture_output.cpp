@@ -26,6 +26,11 @@ GestureOutput::~GestureOutput() {
   pad_.destroy();
 }
 
+void GestureOutput::prepare(double now) {
+  // Where the desktop ignores touchpads there is nothing to make ready, and nothing to say yet.
+  if (ways_.padUsable()) (void)createPad(now);
+}
+
 void GestureOutput::handle(const GestureNote& note, double now) {
   if (note.phase == GesturePhase::began) {
     const Way way = chooseWay(now);
@@ -70,14 +75,18 @@ GestureOutput::Way GestureOutput::chooseWay(double now) {
     tellOnce(toldUnusable_, "the desktop ignores touchpads at present: zooming with the wheel");
     return Way::wheel;
   }
+  return createPad(now) ? Way::pad : Way::wheel;
+}
+
+bool GestureOutput::createPad(double now) {
   const int error = pad_.create(now);
-  if (error == 0) return Way::pad;
+  if (error == 0) return true;
   if (error != toldError_ && log_.enabled()) {
     log_.line("no virtual touchpad (" + std::generic_category().message(error) +
               "): zooming with the wheel");
   }
   toldError_ = error;
-  return Way::wheel;
+  return false;
 }
 
 void GestureOutput::writePad(const PadFrame& frame) {

@@ -2,7 +2,8 @@
 // and the wheel.
 //
 // The way out is chosen when a gesture begins and kept until the next one begins. The touchpad is
-// created for the first gesture that needs it and kept. When it is lost in the middle, the rest of
+// created when gestures are announced, because a desktop takes up to a second to open it, or else
+// for the first gesture that needs it, and kept. When it is lost in the middle, the rest of
 // the gesture is not shown; the next one creates it anew. One thread; never waits: the owner calls
 // `turn` when `deadline` has come or the device's descriptor is readable. Destroying it lifts and
 // releases everything.
@@ -42,6 +43,8 @@ class GestureOutput {
   GestureOutput(const GestureOutput&) = delete;
   GestureOutput& operator=(const GestureOutput&) = delete;
 
+  /// Gestures may follow.
+  void prepare(double now);
   void handle(const GestureNote& note, double now);
   /// Gives up what is in progress: events were lost.
   void cancel(double now);
@@ -53,6 +56,7 @@ class GestureOutput {
   enum class Way { pad, wheel };
 
   [[nodiscard]] Way chooseWay(double now);
+  [[nodiscard]] bool createPad(double now);
   void writePad(const PadFrame& frame);
   void writeWheel(const WheelEvents& events);
   void tellOnce(bool& told, const char* line);

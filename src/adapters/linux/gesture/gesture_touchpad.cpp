@@ -47,6 +47,11 @@ void GestureTouchpad::post(const GestureEvent& event) noexcept {
   wake();
 }
 
+void GestureTouchpad::prepare() noexcept {
+  preparing_.store(true);
+  wake();
+}
+
 void GestureTouchpad::wake() noexcept {
   // Full means that the thread is being woken already.
   const std::uint64_t one = 1;
@@ -66,6 +71,7 @@ void GestureTouchpad::takeNotes(GestureOutput& output) {
   std::uint64_t count = 0;
   [[maybe_unused]] const ssize_t size = ::read(wakeDescriptor_, &count, sizeof count);
   const double now = clock_.uptime();
+  if (preparing_.exchange(false)) output.prepare(now);
   while (const auto note = notes_.pop()) output.handle(*note, now);
   if (lost_.exchange(false)) output.cancel(now);
 }

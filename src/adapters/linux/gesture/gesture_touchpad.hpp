@@ -28,6 +28,8 @@ class GestureTouchpad {
   GestureTouchpad& operator=(const GestureTouchpad&) = delete;
 
   void post(const GestureEvent& event) noexcept;
+  /// Makes ready what the first gesture needs; like `post` in every other respect.
+  void prepare() noexcept;
 
  private:
   void wake() noexcept;
@@ -41,6 +43,7 @@ class GestureTouchpad {
   DiagnosticLog& log_;
   EventRing<GestureNote, 256> notes_;
   std::atomic<bool> lost_ = false;  ///< the ring was full: what is in progress cannot be trusted
+  std::atomic<bool> preparing_ = false;
   std::atomic<bool> stopping_ = false;
   int wakeDescriptor_ = -1;
   std::thread thread_;

@@ -17,37 +17,22 @@ namespace {
 
 constexpr std::array<std::string_view, 4> kGnomeShells = {"GNOME", "Budgie", "Unity", "Pantheon"};
 
-bool isAmong(std::string_view desktops, std::string_view wanted) {
-  while (!desktops.empty()) {
-    const auto end = std::min(desktops.find(':'), desktops.size());
-    if (desktops.substr(0, end) == wanted) return true;
-    desktops.remove_prefix(std::min(end + 1, desktops.size()));
-  }
-  return false;
-}
-
-bool isWayland(const SessionEnvironment& session) {
-  if (session.sessionType == "x11" && !session.display.empty()) return false;
-  return session.sessionType == "wayland" || !session.waylandDisplay.empty();
-}
-
 /// A compositor's keymap with the group that KDE tells.
 class KdeWaylandLayoutSource final : public LayoutSource {
  public:
   KdeWaylandLayoutSource(DescriptorLoop& loop, MainQueue& queue, std::string socket,
                          std::string bus)
-      : bus_(std::move(bus)),
-        keymap_(loop, std::move(socket)),
-        group_(loop, queue, [this](std::uint32_t group) { keymap_.useGroup(group); }) {}
+      : keymap_(loop, queue, std::move(socket)),
+        group_(loop, queue, std::move(bus),
+               [this](std::uint32_t group) { keymap_.useGroup(group); }) {}
 
   void start(std::function<void()> changed) override {
     listenWith(std::move(changed));
     keymap_.start([this] { know(keymap_.keys()); });
-    group_.open(bus_);
+    group_.start();
   }
 
  private:
-  const std::string bus_;
   WaylandLayoutSource keymap_;
   KdeLayoutGroup group_;
 };
@@ -57,11 +42,10 @@ class KdeWaylandLayoutSource final : public LayoutSource {
 std::vector<LayoutSourceKind> layoutSourcesFor(const SessionEnvironment& session) {
   using enum LayoutSourceKind;
   if (isWayland(session)) {
-    const bool gnome = std::ranges::any_of(kGnomeShells, [&](std::string_view shell) {
-      return isAmong(session.currentDesktop, shell);
-    });
+    const bool gnome = std::ranges::any_of(
+        kGnomeShells, [&](std::string_view shell) { return isDesktop(session, shell); });
     if (gnome) return {LayoutSourceKind::gnome, wayland, configured};
-    if (isAmong(session.currentDesktop, "KDE")) return {waylandWithKde, configured};
+    if (isDesktop(session, "KDE")) return {waylandWithKde, configured};
     return {wayland, configured};
   }
   if (!session.display.empty()) return {x11, configured};
@@ -76,12 +60,12 @@ std::vector<std::unique_ptr<LayoutSource>> makeLayoutSources(DescriptorLoop& loo
       case LayoutSourceKind::gnome:
         return std::make_unique<GnomeLayoutSource>(loop, dconf);
       case LayoutSourceKind::wayland:
-        return std::make_unique<WaylandLayoutSource>(loop, waylandSocket(session));
+        return std::make_unique<WaylandLayoutSource>(loop, queue, waylandSocket(session));
       case LayoutSourceKind::waylandWithKde:
         return std::make_unique<KdeWaylandLayoutSource>(loop, queue, waylandSocket(session),
                                                         session.busAddress);
       case LayoutSourceKind::x11:
-        return std::make_unique<X11LayoutSource>(loop, session.display);
+        return std::make_unique<X11LayoutSource>(loop, queue, session.display);
       case LayoutSourceKind::configured:
         return std::make_unique<ConfiguredLayoutSource>(loop);
     }

@@ -10,7 +10,7 @@
 #include "adapters/linux/dconf/dconf_places.hpp"
 #include "adapters/linux/descriptor_loop.hpp"
 #include "adapters/linux/keyboard/layout_source.hpp"
-#include "adapters/linux/workspace/session_environment.hpp"
+#include "adapters/linux/session/session_environment.hpp"
 #include "platform/main_queue.hpp"
 
 namespace velotap {

@@ -4,10 +4,12 @@
 #include <wayland-client.h>
 
 #include <algorithm>
+#include <optional>
 #include <string_view>
 #include <utility>
 
 #include "adapters/linux/runtime/descriptor.hpp"
+#include "adapters/linux/session/socket_recovery.hpp"
 
 namespace velotap {
 namespace {
@@ -60,25 +62,40 @@ struct WaylandLayoutSource::Handlers {
                                                   .repeat_info = repeatInfo};
 };
 
-WaylandLayoutSource::WaylandLayoutSource(DescriptorLoop& loop, std::string socket)
-    : socket_(std::move(socket)),
-      connection_(loop, {.global =
-                             [this](wl_registry* registry, std::uint32_t name,
-                                    const char* interface, std::uint32_t version) {
-                               seeGlobal(registry, name, interface, version);
-                             },
-                         .synced = [] {},
-                         .lost = [](const std::string&) {}}) {}
+WaylandLayoutSource::WaylandLayoutSource(DescriptorLoop& loop, MainQueue& queue, std::string socket)
+    : loop_(loop),
+      socket_(std::move(socket)),
+      reconnection_(recoveryOf(loop, socket_.empty() ? std::nullopt : std::optional(socket_)),
+                    queue, [this] { return connect(); }) {}
 
 WaylandLayoutSource::~WaylandLayoutSource() {
-  dropKeyboard();
-  if (seat_ != nullptr) wl_seat_destroy(seat_);
+  disconnect();
 }
 
 void WaylandLayoutSource::start(std::function<void()> changed) {
   listenWith(std::move(changed));
-  // Without a compositor another source answers.
-  [[maybe_unused]] const bool connected = connection_.open(socket_);
+  // Without a compositor another source answers meanwhile.
+  reconnection_.start();
+}
+
+bool WaylandLayoutSource::connect() {
+  disconnect();
+  connection_.emplace(loop_, WaylandConnection::Callbacks{
+                                 .global =
+                                     [this](wl_registry* registry, std::uint32_t name,
+                                            const char* interface, std::uint32_t version) {
+                                       seeGlobal(registry, name, interface, version);
+                                     },
+                                 .synced = [] {},
+                                 .lost = [this](const std::string&) { reconnection_.lost(); }});
+  return connection_->open(socket_);
+}
+
+// The objects of a connection go before it.
+void WaylandLayoutSource::disconnect() {
+  dropKeyboard();
+  if (seat_ != nullptr) wl_seat_destroy(std::exchange(seat_, nullptr));
+  connection_.reset();
 }
 
 void WaylandLayoutSource::useGroup(std::uint32_t group) {

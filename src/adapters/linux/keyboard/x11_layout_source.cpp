@@ -6,8 +6,11 @@
 #include <cstdlib>
 #include <memory>
 #include <utility>
+#include <vector>
 
 #include "adapters/linux/keyboard/xcb_xkb.hpp"
+#include "adapters/linux/session/session_environment.hpp"
+#include "adapters/linux/session/socket_recovery.hpp"
 
 namespace velotap {
 namespace {
@@ -31,30 +34,45 @@ constexpr std::uint8_t kSentByClient = 0x80;
 
 }  // namespace
 
-X11LayoutSource::X11LayoutSource(DescriptorLoop& loop, std::string display)
-    : loop_(loop), display_(std::move(display)) {}
+X11LayoutSource::X11LayoutSource(DescriptorLoop& loop, MainQueue& queue, std::string display)
+    : loop_(loop),
+      display_(std::move(display)),
+      reconnection_(recoveryOf(loop, x11Socket(display_)), queue, [this] { return connect(); }) {}
 
 X11LayoutSource::~X11LayoutSource() {
-  readable_.reset();
-  if (connection_ != nullptr) xcb_disconnect(connection_);
+  disconnect();
 }
 
 void X11LayoutSource::start(std::function<void()> changed) {
   listenWith(std::move(changed));
+  reconnection_.start();
+}
+
+bool X11LayoutSource::connect() {
+  disconnect();
   connection_ = xcb_connect(display_.c_str(), nullptr);
   if (xcb_connection_has_error(connection_) != 0 ||
       xkb_x11_setup_xkb_extension(
           connection_, XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
           XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, &firstEvent_, nullptr) != 1) {
-    return;
+    return false;
   }
   keyboard_ = xkb_x11_get_core_keyboard_device_id(connection_);
-  if (keyboard_ < 0 || !selectEvents()) return;
+  if (keyboard_ < 0 || !selectEvents()) return false;
   readKeymap();
-  readable_ = loop_.watch(xcb_get_file_descriptor(connection_), DescriptorLoop::Interest::readable,
-                          [this] { serve(); });
+  readable_ =
+      loop_.watch(xcb_get_file_descriptor(connection_), DescriptorLoop::Interest::readable, [this] {
+        serve();
+        if (!readable_.active()) reconnection_.lost();
+      });
   // What arrived while the keymap was read is in the library's queue and wakes nobody.
   serve();
+  return readable_.active();
+}
+
+void X11LayoutSource::disconnect() {
+  readable_.reset();
+  if (connection_ != nullptr) xcb_disconnect(std::exchange(connection_, nullptr));
 }
 
 bool X11LayoutSource::selectEvents() const {
@@ -91,7 +109,10 @@ void X11LayoutSource::serve() {
       groupChanged = true;
     }
   }
-  if (xcb_connection_has_error(connection_) != 0) return readable_.reset();
+  if (xcb_connection_has_error(connection_) != 0) {
+    readable_.reset();
+    return;
+  }
   if (keymapChanged) {
     readKeymap();
     // Reading waited for answers and may have queued events meanwhile.

@@ -1,8 +1,8 @@
 // The layout of an X server's keyboard.
 //
-// Connecting and reading the keymap wait for the server's answers; both happen at the start and
-// after a change of layouts, not while typing: of the keyboard's state only the group is asked for,
-// or every press of a modifier would wake us.
+// Connecting and reading the keymap wait for the server's answers; both happen at the start, when
+// a server comes back and after a change of layouts, not while typing: of the keyboard's state only
+// the group is asked for, or every press of a modifier would wake us.
 #pragma once
 
 #include <xkbcommon/xkbcommon.h>
@@ -13,6 +13,7 @@
 #include "adapters/linux/descriptor_loop.hpp"
 #include "adapters/linux/keyboard/keymap_compiler.hpp"
 #include "adapters/linux/keyboard/layout_source.hpp"
+#include "adapters/linux/session/reconnection.hpp"
 
 struct xcb_connection_t;
 
@@ -21,11 +22,13 @@ namespace velotap {
 class X11LayoutSource final : public LayoutSource {
  public:
   /// `display` names the server as DISPLAY does.
-  X11LayoutSource(DescriptorLoop& loop, std::string display);
+  X11LayoutSource(DescriptorLoop& loop, MainQueue& queue, std::string display);
   ~X11LayoutSource() override;
   void start(std::function<void()> changed) override;
 
  private:
+  [[nodiscard]] bool connect();
+  void disconnect();
   [[nodiscard]] bool selectEvents() const;
   void serve();
   void readKeymap();
@@ -38,6 +41,7 @@ class X11LayoutSource final : public LayoutSource {
   LayoutGroups groups_;
   std::uint32_t group_ = 0;
   Observation readable_;
+  Reconnection reconnection_;
 };
 
 }  // namespace velotap

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <csignal>
 #include <ctime>
+#include <utility>
 
 namespace velotap {
 namespace {
@@ -24,8 +25,21 @@ double monotonicNow() {
   return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
 }
 
-// The surface whose thread this is.
+// The surface whose events are being handled on this thread.
 thread_local const Surface* runningHere = nullptr;
+
+// A feeding thread may serve one surface after another.
+class OnThisThread {
+ public:
+  explicit OnThisThread(const Surface* surface) noexcept
+      : before_(std::exchange(runningHere, surface)) {}
+  ~OnThisThread() { runningHere = before_; }
+  OnThisThread(const OnThisThread&) = delete;
+  OnThisThread& operator=(const OnThisThread&) = delete;
+
+ private:
+  const Surface* before_;
+};
 
 // A mouse's single finger decides a click by its place, so it is followed there.
 bool isTrackpad(const EvdevDevice& device) {
@@ -79,6 +93,7 @@ void Surface::stop() {
   // A callback cannot wait for its own thread, which ends when the callback returns.
   if (onOwnThread()) {
     stopping_ = true;
+    node_->interrupt();  // the callback may be running on a feeder's thread
     return;
   }
   if (!thread_.joinable()) return;
@@ -91,6 +106,11 @@ void Surface::stop() {
 // descriptor from under an `interrupt` that comes at the same moment.
 void Surface::finish() {
   thread_.join();
+  {
+    // Whoever feeds is either done or will find that it is over.
+    const std::lock_guard guard(stream_);
+    running_ = false;
+  }
   node_->close();
 }
 
@@ -103,10 +123,15 @@ void Surface::run() {
   begin();
   while (!stopping_ && readFrames()) {
   }
+  const std::lock_guard guard(stream_);
+  running_ = false;
   if (!stopping_) vanish();
 }
 
 void Surface::begin() {
+  const std::lock_guard guard(stream_);
+  running_ = true;
+  source_ = Source::node;
   // Listeners wait for an empty frame before they believe in a touch, and a device at rest would
   // never send one.
   reader_.clear();
@@ -122,21 +147,62 @@ void Surface::begin() {
 bool Surface::readFrames() {
   std::array<input_event, kEventsPerRead> events;
   const std::size_t count = node_->read(events);
-  for (std::size_t i = 0; i < count && !stopping_; ++i) {
-    const auto step = reader_.handle(events[i]);
+  if (count == 0) return false;
+  const std::lock_guard guard(stream_);
+  if (source_ != Source::node) {
+    // The node speaks again, and nobody knows what was missed in between.
+    catchUp(Source::node);
+  } else {
+    takeEvents({events.data(), count});
+  }
+  return true;
+}
+
+void Surface::feed(std::span<const input_event> events) {
+  const OnThisThread here(this);
+  const std::lock_guard guard(stream_);
+  if (!running_ || stopping_) return;
+  if (source_ != Source::feeder) catchUp(Source::feeder);
+  takeEvents(events);
+}
+
+void Surface::catchUp(Source source) {
+  source_ = source;
+  fetchTruth();
+  const RawContacts contacts = reader_.contacts();
+  if (const auto frame = frames_.next(contacts, lastTime_)) deliver(*frame);
+  if (!sleepsThroughOneFinger_) return;
+  const bool awake = source == Source::feeder || contacts.size() >= kFingersThatMatter;
+  payAttention(awake ? SurfaceNode::Attention::everything
+                     : SurfaceNode::Attention::landingAndLifting);
+}
+
+// What waits at the node is for its own thread alone, which may be about to read it.
+void Surface::fetchTruth() {
+  if (source_ == Source::node) {
+    node_->synchronise(reader_, model_.slots);
+  } else {
+    node_->fetch(reader_, model_.slots);
+  }
+}
+
+void Surface::takeEvents(std::span<const input_event> events) {
+  for (const input_event& event : events) {
+    if (stopping_) return;
+    const auto step = reader_.handle(event);
     if (step == ContactReader::Step::nothing) continue;
     // What was fetched is newer than the rest of these events.
-    if (takeFrame(step, seconds(events[i]))) break;
+    if (takeFrame(step, seconds(event))) return;
   }
-  return count > 0;
 }
 
 bool Surface::takeFrame(ContactReader::Step step, double time) {
   lastTime_ = time;
   bool fetched = step == ContactReader::Step::resynchronise;
-  if (fetched) node_->synchronise(reader_, model_.slots);
+  if (fetched) fetchTruth();
   RawContacts contacts = reader_.contacts();
-  if (sleepsThroughOneFinger_) {
+  // A feeder reads everything for its own sake, so nothing is saved by looking away.
+  if (sleepsThroughOneFinger_ && source_ == Source::node) {
     const bool matters = contacts.size() >= kFingersThatMatter;
     const bool wasAsleep = attention_ == SurfaceNode::Attention::landingAndLifting;
     if (matters) payAttention(SurfaceNode::Attention::everything);

@@ -8,6 +8,10 @@
 // A callback may even give back the last reference to the surface it is called for, if the surface
 // is owned by a shared pointer. Frames allocate nothing.
 //
+// While another part of the process has taken the node for itself, the kernel gives this reader
+// nothing, and whoever has the events feeds them in. Frames are then delivered on the feeding
+// thread, and everything said here of the surface's thread holds of that one too.
+//
 // On a trackpad that fewer than two fingers touch, only landing and lifting wake the thread: moving
 // the pointer with one finger is what trackpads do all day, and nothing here begins with one
 // finger's way. Positions are fetched when they begin to matter.
@@ -15,6 +19,8 @@
 
 #include <atomic>
 #include <memory>
+#include <mutex>
+#include <span>
 #include <thread>
 
 #include "adapters/linux/evdev/touch_frames.hpp"
@@ -44,9 +50,19 @@ class Surface : public std::enable_shared_from_this<Surface> {
   int start();
   void stop();
 
+  /// Events of the node in the order in which the kernel gave them, from whoever holds the grab.
+  /// The next event that the node itself gives ends the feeding. Ignored while the surface is not
+  /// started. One feeding thread at a time, whose caller keeps the surface alive.
+  void feed(std::span<const input_event> events);
+
  private:
+  enum class Source { node, feeder };
+
   void run();
-  bool readFrames();                                      // false when it is over
+  bool readFrames();  // false when it is over
+  void takeEvents(std::span<const input_event> events);
+  void catchUp(Source source);  // somebody else brings the events now
+  void fetchTruth();
   bool takeFrame(ContactReader::Step step, double time);  // true when the truth was fetched
   void begin();                                           // tells the callback what is down already
   void vanish();                                          // lifts whatever was down
@@ -64,7 +80,11 @@ class Surface : public std::enable_shared_from_this<Surface> {
   std::atomic<bool> stopping_{false};
   std::atomic<bool> delivering_{false};
 
-  // The thread's own.
+  std::mutex stream_;  // held by whoever handles events; never while waiting for them
+
+  // Guarded by `stream_`.
+  bool running_ = false;
+  Source source_ = Source::node;
   ContactReader reader_;
   TouchFrames frames_;
   SurfaceNode::Attention attention_ = SurfaceNode::Attention::everything;

@@ -113,19 +113,22 @@ class EvdevNode final : public SurfaceNode {
   void listen(Attention attention) override { setAttention(fd_, attention); }
 
   void synchronise(ContactReader& reader, int slots) override {
-    const auto count = static_cast<std::size_t>(std::clamp(slots, 0, kMostSlots));
-    std::array<RawContact, kMostSlots> contacts;
-    input_absinfo slot{};
     // Events that wait are older than what is fetched, and name slots by the order in which they
     // were sent: they are dropped, and the truth is fetched again if more came meanwhile.
     constexpr int kTries = 4;
     for (int i = 0; i < kTries && (i == 0 || eventsWait()); ++i) {
       dropWaitingEvents();
-      contacts.fill(RawContact());
-      slot = {};
-      ::ioctl(fd_, EVIOCGABS(ABS_MT_SLOT), &slot);
-      fetchSlots({contacts.data(), count});
+      EvdevNode::fetch(reader, slots);
     }
+  }
+
+  void fetch(ContactReader& reader, int slots) override {
+    const auto count = static_cast<std::size_t>(std::clamp(slots, 0, kMostSlots));
+    std::array<RawContact, kMostSlots> contacts;
+    contacts.fill(RawContact());
+    input_absinfo slot{};
+    ::ioctl(fd_, EVIOCGABS(ABS_MT_SLOT), &slot);
+    fetchSlots({contacts.data(), count});
     reader.setSlots({contacts.data(), count}, slot.value, fingersByTools());
   }
 
@@ -146,16 +149,16 @@ class EvdevNode final : public SurfaceNode {
   }
 
   void fetchSlots(std::span<RawContact> contacts) const {
-    fetch(ABS_MT_TRACKING_ID, contacts, &RawContact::id);
-    fetch(ABS_MT_POSITION_X, contacts, &RawContact::x);
-    fetch(ABS_MT_POSITION_Y, contacts, &RawContact::y);
-    fetch(ABS_MT_TOUCH_MAJOR, contacts, &RawContact::major);
-    fetch(ABS_MT_TOUCH_MINOR, contacts, &RawContact::minor);
-    fetch(ABS_MT_PRESSURE, contacts, &RawContact::pressure);
+    fetchAxis(ABS_MT_TRACKING_ID, contacts, &RawContact::id);
+    fetchAxis(ABS_MT_POSITION_X, contacts, &RawContact::x);
+    fetchAxis(ABS_MT_POSITION_Y, contacts, &RawContact::y);
+    fetchAxis(ABS_MT_TOUCH_MAJOR, contacts, &RawContact::major);
+    fetchAxis(ABS_MT_TOUCH_MINOR, contacts, &RawContact::minor);
+    fetchAxis(ABS_MT_PRESSURE, contacts, &RawContact::pressure);
   }
 
-  void fetch(std::uint32_t code, std::span<RawContact> contacts,
-             std::int32_t RawContact::*field) const {
+  void fetchAxis(std::uint32_t code, std::span<RawContact> contacts,
+                 std::int32_t RawContact::*field) const {
     if (contacts.empty() || !description_.absoluteAxes[code]) return;
     // The request's first word is the axis, the answer one word for each slot behind it.
     std::array<std::int32_t, kMostSlots + 1> words{};

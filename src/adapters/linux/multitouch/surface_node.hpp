@@ -35,6 +35,8 @@ class SurfaceNode {
   /// Tells the reader what is down right now; nothing is when the device is gone. Events that
   /// already wait to be read are dropped, and so must be those that were read and not yet handled.
   virtual void synchronise(ContactReader& reader, int slots) = 0;
+  /// The same for somebody else than the reading thread: what waits to be read is left alone.
+  virtual void fetch(ContactReader& reader, int slots) = 0;
 };
 
 /// The node at a path, described; null when it may not be read or is no input device. It is closed

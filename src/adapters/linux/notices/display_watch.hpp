@@ -10,7 +10,7 @@
 #include <string>
 
 #include "adapters/linux/descriptor_loop.hpp"
-#include "adapters/linux/workspace/session_environment.hpp"
+#include "adapters/linux/session/session_environment.hpp"
 
 namespace velotap {
 

@@ -11,7 +11,7 @@
 #include "adapters/linux/devices/udev_devices.hpp"
 #include "adapters/linux/notices/display_watch.hpp"
 #include "adapters/linux/notices/sleep_notices.hpp"
-#include "adapters/linux/workspace/session_environment.hpp"
+#include "adapters/linux/session/session_environment.hpp"
 #include "platform/main_queue.hpp"
 #include "platform/system_notices.hpp"
 

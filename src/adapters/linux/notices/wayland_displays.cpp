@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "adapters/linux/notices/display_watch.hpp"
-#include "adapters/linux/workspace/wayland_connection.hpp"
+#include "adapters/linux/wayland/wayland_connection.hpp"
 
 namespace velotap {
 namespace {

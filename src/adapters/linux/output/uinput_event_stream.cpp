@@ -1,17 +1,19 @@
 #include "adapters/linux/output/uinput_event_stream.hpp"
 
+#include <algorithm>
 #include <utility>
-
-#include "adapters/linux/keyboard/shortcut_chord.hpp"
 
 namespace velotap {
 
 UinputEventStream::UinputEventStream(PacedOutput& output, PointerLocator& locator,
-                                     PostGesture postGesture)
-    : output_(output), locator_(locator), postGesture_(std::move(postGesture)) {}
+                                     PostGesture postGesture, PrepareGestures prepareGestures)
+    : output_(output),
+      locator_(locator),
+      postGesture_(std::move(postGesture)),
+      prepareGestures_(std::move(prepareGestures)) {}
 
 void UinputEventStream::setLayout(std::unique_ptr<KeyTranslator> layout) {
-  const std::lock_guard guard(layoutLock_);
+  const std::lock_guard guard(keyLock_);
   layout_ = std::move(layout);
 }
 
@@ -49,18 +51,38 @@ std::optional<KeyEvent> UinputEventStream::makeKey(std::uint16_t keyCode, bool d
 }
 
 void UinputEventStream::post(const KeyEvent& event) {
-  std::shared_ptr<KeyTranslator> layout;
-  {
-    const std::lock_guard guard(layoutLock_);
-    layout = layout_;
+  const std::lock_guard guard(keyLock_);
+  if (!event.down) {
+    if (const auto chord = takePressedLocked(event.keyCode)) output_.postChord(*chord, false);
+    return;
   }
-  if (const auto chord = shortcutChord(event.keyCode, event.flags, layout.get())) {
-    output_.postChord(*chord, event.down);
+  const auto chord = shortcutChord(event.keyCode, event.flags, layout_.get());
+  if (!chord) return;
+  // Pressed twice without a release: whatever the first press put down goes up before.
+  if (const auto before = takePressedLocked(event.keyCode)) output_.postChord(*before, false);
+  const auto place =
+      std::find_if(pressed_.begin(), pressed_.end(), [](const auto& pressed) { return !pressed; });
+  if (place == pressed_.end()) return;  // what could not be released later is not pressed
+  *place = Pressed{.keyCode = event.keyCode, .chord = *chord};
+  output_.postChord(*chord, true);
+}
+
+std::optional<KeyChord> UinputEventStream::takePressedLocked(std::uint16_t keyCode) {
+  for (std::optional<Pressed>& pressed : pressed_) {
+    if (!pressed || pressed->keyCode != keyCode) continue;
+    const KeyChord chord = pressed->chord;
+    pressed.reset();
+    return chord;
   }
+  return std::nullopt;
 }
 
 void UinputEventStream::post(const GestureEvent& event) {
   postGesture_(event);
+}
+
+void UinputEventStream::prepareGestures() {
+  prepareGestures_();
 }
 
 }  // namespace velotap

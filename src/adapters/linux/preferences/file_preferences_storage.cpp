@@ -57,19 +57,17 @@ ValueMap FilePreferencesStorage::load(std::string_view name) {
   Domain& entry = domain(name);
   // Whoever else reads this domain must hear of what we are about to take as known.
   if (refresh(entry, Look::forChanges)) entry.observers.notify();
-  entry.isKnown = true;
+  entry.told = entry.known;
   return entry.known;
 }
 
 bool FilePreferencesStorage::store(std::string_view name, const ValueMap& values) {
   Domain& entry = domain(name);
-  // A caller that never read the domain does not mean to remove what it has not seen.
-  const ValueMap base = entry.isKnown ? entry.known : ValueMap();
   // What stood in the way may be gone without showing: a folder that may be written to again.
   const bool foreign = refresh(entry, entry.writable ? Look::forChanges : Look::again);
-  const bool merges = foreign || !std::exchange(entry.isKnown, true);
-  const bool written =
-      entry.writable && write(entry, merges ? rebased(base, values, entry.known) : values);
+  // Others' changes that the caller has not read yet are neither undone nor taken for its own.
+  const bool written = entry.writable && write(entry, rebased(entry.told, values, entry.known));
+  if (written) entry.told = values;
   if (foreign) entry.observers.notify();
   return written;
 }

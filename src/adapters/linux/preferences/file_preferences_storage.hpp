@@ -5,8 +5,8 @@
 //
 // Two writers do not undo each other: what is written is the caller's changes, that is whatever
 // differs from what it last read or wrote, laid over what the file holds by then. A caller that
-// never read only adds. Only a writer who replaces the file between that reading and our replacing
-// it would lose.
+// never read only adds, and removes what it wrote itself. Only a writer who replaces the file
+// between that reading and our replacing it would lose.
 //
 // A file that cannot be understood is set aside under another name with a message, never
 // overwritten; one that may not be read is left alone with a message, and nothing is written over
@@ -50,9 +50,9 @@ class FilePreferencesStorage final : public PreferencesStorage {
  private:
   struct Domain {
     std::string path;
-    ValueMap known;        // what the caller last read or wrote
+    ValueMap known;        // the settings that are in force: what the file last held, understood
+    ValueMap told;         // what the caller last read or wrote: it knows of these keys alone
     FileContent seen;      // what the file last held
-    bool isKnown = false;  // the caller read or wrote it at all
     bool writable = true;  // false while something is in the way that may not be lost
     ObserverList<> observers;
   };

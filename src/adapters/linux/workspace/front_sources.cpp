@@ -30,6 +30,20 @@ std::unique_ptr<FrontSource> make(FrontSourceKind kind, const SessionEnvironment
 
 }  // namespace
 
+std::vector<FrontSourceKind> sourcesFor(const SessionEnvironment& session) {
+  if (!isWayland(session)) {
+    if (session.display.empty()) return {};
+    return {FrontSourceKind::x11};
+  }
+  std::vector<FrontSourceKind> kinds{FrontSourceKind::wlroots,
+                                     FrontSourceKind::kdeWindowManagement};
+  if (session.busAddress.empty()) return kinds;
+  const bool gnome = isDesktop(session, "GNOME");
+  if (!gnome) kinds.push_back(FrontSourceKind::kdeScript);
+  if (gnome || session.currentDesktop.empty()) kinds.push_back(FrontSourceKind::gnomeExtension);
+  return kinds;
+}
+
 std::vector<FrontSourceCandidate> frontSourceCandidates(const SessionEnvironment& session,
                                                         DescriptorLoop& loop, MainQueue& queue) {
   std::vector<FrontSourceCandidate> candidates;

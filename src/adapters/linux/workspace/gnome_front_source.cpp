@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "adapters/linux/workspace/session_bus.hpp"
+#include "adapters/linux/bus/session_bus.hpp"
 
 namespace velotap {
 namespace {
@@ -21,7 +21,9 @@ class GnomeFrontSource final : public FrontSource {
   void start(Listener listener) override {
     listener_ = std::move(listener);
     if (const auto refusal = bus_.refusalToOpen(busAddress_)) {
-      return listener_.failed(refusal->failure, refusal->reason);
+      return listener_.failed(
+          refusal->mayHelpLater ? SourceFailure::unreachable : SourceFailure::absent,
+          refusal->reason);
     }
     bus_.followOwner(kService, [this](const std::string& owner) { ownerChanged(owner); });
   }

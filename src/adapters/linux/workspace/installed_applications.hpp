@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "adapters/linux/session/folder_watch.hpp"
 #include "adapters/linux/workspace/application_index.hpp"
-#include "adapters/linux/workspace/folder_watch.hpp"
 
 namespace velotap {
 

@@ -7,8 +7,8 @@
 #include <cstdlib>
 #include <utility>
 
+#include "adapters/linux/bus/session_bus.hpp"
 #include "adapters/linux/workspace/kwin_script.hpp"
-#include "adapters/linux/workspace/session_bus.hpp"
 
 namespace velotap {
 namespace {
@@ -67,7 +67,9 @@ class KwinScriptFrontSource final : public FrontSource {
   void start(Listener listener) override {
     listener_ = std::move(listener);
     if (const auto refusal = bus_.refusalToOpen(busAddress_)) {
-      return listener_.failed(refusal->failure, refusal->reason);
+      return listener_.failed(
+          refusal->mayHelpLater ? SourceFailure::unreachable : SourceFailure::absent,
+          refusal->reason);
     }
     if (!bus_.onCall(kFrontObject, kFrontInterface, kActivatedMember,
                      [this](BusMessage message) { activated(message); })) {

@@ -5,9 +5,9 @@
 #include <array>
 #include <utility>
 
+#include "adapters/linux/session/socket_recovery.hpp"
 #include "adapters/linux/workspace/desktop_entry.hpp"
 #include "adapters/linux/workspace/front_sources.hpp"
-#include "adapters/linux/workspace/socket_recovery.hpp"
 
 namespace velotap {
 namespace {

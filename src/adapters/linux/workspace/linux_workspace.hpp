@@ -21,9 +21,9 @@
 #include <vector>
 
 #include "adapters/linux/descriptor_loop.hpp"
+#include "adapters/linux/session/session_environment.hpp"
 #include "adapters/linux/workspace/activation_filter.hpp"
 #include "adapters/linux/workspace/installed_applications.hpp"
-#include "adapters/linux/workspace/session_environment.hpp"
 #include "adapters/linux/workspace/source_chooser.hpp"
 #include "platform/workspace.hpp"
 

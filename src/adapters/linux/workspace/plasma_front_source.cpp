@@ -7,8 +7,8 @@
 #include <set>
 #include <utility>
 
+#include "adapters/linux/wayland/wayland_connection.hpp"
 #include "adapters/linux/workspace/toplevel_table.hpp"
-#include "adapters/linux/workspace/wayland_connection.hpp"
 #include "plasma-window-management-client.h"
 
 namespace velotap {

@@ -20,6 +20,7 @@
 #include <string>
 #include <vector>
 
+#include "adapters/linux/session/recovery_signal.hpp"
 #include "adapters/linux/workspace/front_source.hpp"
 #include "platform/clock.hpp"
 #include "platform/diagnostic_log.hpp"
@@ -39,22 +40,8 @@ struct FrontSourceCandidate {
   std::function<std::unique_ptr<FrontSource>()> make;
 };
 
-/// Tells that a server that was away may be back. Main thread.
-class RecoverySignal {
- public:
-  virtual ~RecoverySignal() = default;
-  /// False when nothing can be watched; the chooser then asks again from time to time for good.
-  [[nodiscard]] virtual bool arm(std::function<void()> mayBeBack) = 0;
-  virtual void disarm() = 0;
-};
-
-/// Seconds before each new try. The last one is repeated where no recovery signal is armed.
-inline constexpr double kRetryPauses[] = {0.1, 0.2, 0.4, 0.8, 1.6, 3.2, 6.4, 12.8};
-inline constexpr double kUnwatchedPause = 60;
 /// A candidate that has said nothing for this long is passed over, but kept.
 inline constexpr double kAnswerLimit = 2;
-/// A source that was live for this long has recovered: the next loss starts with short pauses.
-inline constexpr double kSettledAfter = 10;
 
 class SourceChooser {
  public:

@@ -7,8 +7,8 @@
 #include <set>
 #include <utility>
 
+#include "adapters/linux/wayland/wayland_connection.hpp"
 #include "adapters/linux/workspace/toplevel_table.hpp"
-#include "adapters/linux/workspace/wayland_connection.hpp"
 #include "wlr-foreign-toplevel-management-unstable-v1-client.h"
 
 namespace velotap {

@@ -35,7 +35,7 @@ class LinuxSystemPreferencesTest : public testing::Test {
     start(places);
   }
   void start(const DesktopPlaces& places) {
-    preferences.emplace(queue, places, "Our Pad");
+    preferences.emplace(queue, queue, places, "Our Pad");
     observation = preferences->observeChanges([this] { ++changes; });
   }
   void replace(const fs::path& file, const std::string& text) {
@@ -48,8 +48,9 @@ class LinuxSystemPreferencesTest : public testing::Test {
     fs::rename(root / "dconf/new", root / "dconf/user");
     queue.runReady();
   }
-  [[nodiscard]] TouchpadModes modes() const {
-    return preferences->touchpadModes(TouchpadModeSetting::automatic);
+  [[nodiscard]] ThreeFingerAnswers clicks() const {
+    return {.tap = preferences->desktopClicksFor(TrackpadGesture::threeFingerTap),
+            .click = preferences->desktopClicksFor(TrackpadGesture::threeFingerClick)};
   }
 
   TemporaryFolder folder;
@@ -64,7 +65,7 @@ class LinuxSystemPreferencesTest : public testing::Test {
 TEST_F(LinuxSystemPreferencesTest, anUnknownDesktopHasTheInputLibrarysDefaults) {
   start({});
   EXPECT_EQ(preferences->read(kDomain, kTap), Value(0));
-  EXPECT_EQ(modes(), (TouchpadModes{TouchpadMode::post, TouchpadMode::native}));
+  EXPECT_EQ(clicks(), (ThreeFingerAnswers{.tap = false, .click = true}));
   EXPECT_TRUE(preferences->gesturePadUsable());
 }
 
@@ -73,7 +74,7 @@ TEST_F(LinuxSystemPreferencesTest, gnomesSettingsAreReadAndFollowed) {
   EXPECT_EQ(preferences->read(kDomain, kTap), Value(0)) << "there is no database yet";
   useDatabase("user");
   EXPECT_EQ(preferences->read(kDomain, kTap), Value(1));
-  EXPECT_EQ(modes(), (TouchpadModes{TouchpadMode::native, TouchpadMode::post}));
+  EXPECT_EQ(clicks(), (ThreeFingerAnswers{.tap = true, .click = false}));
   EXPECT_EQ(changes, 1);
   useDatabase("site");
   EXPECT_EQ(preferences->read(kDomain, kTap), Value(0));
@@ -86,7 +87,7 @@ TEST_F(LinuxSystemPreferencesTest, kdesSettingsAreReadAndFollowed) {
   EXPECT_EQ(preferences->read(kDomain, kTap), Value(0));
   replace("kcminputrc", "[Libinput][76][613][Magic Trackpad]\nTapToClick=true\n");
   EXPECT_EQ(preferences->read(kDomain, kTap), Value(1));
-  EXPECT_EQ(modes(), (TouchpadModes{TouchpadMode::native, TouchpadMode::native}));
+  EXPECT_EQ(clicks(), (ThreeFingerAnswers{.tap = true, .click = true}));
   EXPECT_TRUE(preferences->touchpads().of(76, 613).tapToClick);
   replace("kcminputrc", "");
   EXPECT_EQ(preferences->read(kDomain, kTap), Value(0));
@@ -124,7 +125,7 @@ TEST_F(LinuxSystemPreferencesTest, otherThreadsMayAskWhileTheSettingsChange) {
     while (!stop) {
       (void)preferences->read(kDomain, kTap);
       (void)preferences->gesturePadUsable();
-      (void)modes();
+      (void)clicks();
     }
   });
   for (int i = 0; i < 50; ++i) {

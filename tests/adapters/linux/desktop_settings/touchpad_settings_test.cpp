@@ -5,9 +5,6 @@
 namespace velotap {
 namespace {
 
-constexpr auto kNative = TouchpadMode::native;
-constexpr auto kPost = TouchpadMode::post;
-
 TouchpadSettings tapping() {
   TouchpadSettings touchpad;
   touchpad.tapToClick = true;
@@ -39,29 +36,6 @@ TEST(TouchpadSettings, aTouchpadThatIsOffAnswersNothing) {
   TouchpadSettings touchpad = tapping();
   touchpad.enabled = false;
   EXPECT_EQ(desktopAnswers(touchpad), ThreeFingerAnswers{});
-}
-
-TEST(TouchpadModes, chosenByThemselvesTheyStayOutOfWhatTheDesktopAnswers) {
-  const auto chosen = TouchpadModeSetting::automatic;
-  EXPECT_EQ(touchpadModes({.tap = false, .click = true}, chosen), (TouchpadModes{kPost, kNative}));
-  EXPECT_EQ(touchpadModes({.tap = true, .click = false}, chosen), (TouchpadModes{kNative, kPost}));
-}
-
-TEST(TouchpadModes, theSettingOverridesWhatTheDesktopDoes) {
-  for (const bool answered : {false, true}) {
-    const ThreeFingerAnswers answers{.tap = answered, .click = answered};
-    EXPECT_EQ(touchpadModes(answers, TouchpadModeSetting::native),
-              (TouchpadModes{kNative, kNative}));
-    EXPECT_EQ(touchpadModes(answers, TouchpadModeSetting::post), (TouchpadModes{kPost, kPost}));
-  }
-}
-
-TEST(TouchpadModes, anyOtherTextLeavesTheChoiceToTheProgram) {
-  EXPECT_EQ(touchpadModeSetting("native"), TouchpadModeSetting::native);
-  EXPECT_EQ(touchpadModeSetting("post"), TouchpadModeSetting::post);
-  for (const char* text : {"automatic", "", "Native", "own"}) {
-    EXPECT_EQ(touchpadModeSetting(text), TouchpadModeSetting::automatic) << text;
-  }
 }
 
 TEST(DesktopTouchpads, aTouchpadWithoutSettingsOfItsOwnHasThoseOfTheOthers) {

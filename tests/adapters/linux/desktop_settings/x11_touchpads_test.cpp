@@ -72,7 +72,7 @@ class Desktop {
 class X11TouchpadsTest : public testing::Test {
  protected:
   void start() {
-    touchpads.emplace(queue, display, [this] { check(); });
+    touchpads.emplace(queue, queue, display, [this] { check(); });
   }
   [[nodiscard]] const DesktopTouchpads& all() const { return touchpads->touchpads(); }
   /// Serves until `done` holds; fails when that takes longer than any machine needs.
@@ -92,9 +92,20 @@ class X11TouchpadsTest : public testing::Test {
     queue.stop();
   }
 
-  ChildProcess server{
-      {"Xvfb", "-displayfd", "3", "-screen", "0", "64x64x24", "-nolisten", "tcp", "-noreset"}, 3};
-  const std::string display = ":" + server.line();
+  static std::vector<std::string> serverCommand() {
+    return {"Xvfb", "-displayfd", "3", "-screen", "0", "64x64x24", "-nolisten", "tcp", "-noreset"};
+  }
+  /// Another server under the same name.
+  void restartServer() {
+    server.reset();
+    auto command = serverCommand();
+    command.insert(command.begin() + 1, display);
+    server.emplace(command, 3);
+    ASSERT_EQ(":" + server->line(), display);
+  }
+
+  std::optional<ChildProcess> server{std::in_place, serverCommand(), 3};
+  const std::string display = ":" + server->line();
   Desktop desktop{display};
   PosixClock clock;
   PosixMainQueue queue{clock};
@@ -149,8 +160,21 @@ TEST_F(X11TouchpadsTest, changesAreFollowed) {
   serveUntil([this] { return all().devices.at(0).settings.tapToClick; });
 }
 
+TEST_F(X11TouchpadsTest, aServerThatComesBackIsReadAgain) {
+  desktop.set("libinput Tapping Enabled", std::vector<std::uint8_t>{1});
+  start();
+  EXPECT_TRUE(all().devices.at(0).settings.tapToClick);
+  restartServer();
+  queue.runReady();
+  EXPECT_TRUE(all().devices.at(0).settings.tapToClick) << "what was known stays meanwhile";
+  serveUntil([this] { return all().devices.empty(); });
+  const Desktop again(display);
+  again.set("libinput Tapping Enabled", std::vector<std::uint8_t>{0});
+  serveUntil([this] { return all().devices.size() == 1; });
+}
+
 TEST_F(X11TouchpadsTest, withoutAServerTheLibrarysDefaultsHold) {
-  X11Touchpads absent(queue, ":65000", [] { FAIL(); });
+  X11Touchpads absent(queue, queue, ":65000", [] { FAIL(); });
   EXPECT_EQ(absent.touchpads(), DesktopTouchpads{});
 }
 
@@ -160,7 +184,7 @@ TEST_F(X11TouchpadsTest, theProgramsAnswersComeFromTheServer) {
   DesktopPlaces places;
   places.kind = DesktopKind::xServer;
   places.display = display;
-  LinuxSystemPreferences preferences(queue, places, "Our Pad");
+  LinuxSystemPreferences preferences(queue, queue, places, "Our Pad");
   const auto observation = preferences.observeChanges([this] { check(); });
   const auto tap = [&] {
     return preferences.read("com.apple.AppleMultitouchTrackpad", "TrackpadThreeFingerTapGesture");

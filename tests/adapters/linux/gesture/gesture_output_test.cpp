@@ -61,6 +61,36 @@ TEST_F(GestureOutputTest, nothingIsCreatedBeforeTheFirstGesture) {
   EXPECT_FALSE(output->deadline());
 }
 
+TEST_F(GestureOutputTest, anAnnouncedGestureFindsThePadReady) {
+  pad.appearing = 0.9;
+  output->prepare(now);
+  output->prepare(now);
+  pass(1);
+  EXPECT_TRUE(pad.exists);
+  EXPECT_FALSE(output->deadline()) << "nothing to wait for once it is ready";
+  EXPECT_EQ(pad.frames, 0);
+  send(magnify, began);
+  send(magnify, changed, 0.1);
+  pass(0.05);
+  EXPECT_EQ(pad.contactsDown(), 2);
+  EXPECT_TRUE(log.lines.empty());
+}
+
+TEST_F(GestureOutputTest, nothingIsMadeReadyWhereTheDesktopIgnoresTouchpads) {
+  usable = false;
+  output->prepare(now);
+  EXPECT_EQ(pad.creations, 0);
+  EXPECT_TRUE(log.lines.empty());
+}
+
+TEST_F(GestureOutputTest, whatCannotBeMadeReadyIsSaidOnce) {
+  pad.refusal = EACCES;
+  output->prepare(now);
+  send(magnify, began);
+  send(magnify, ended);
+  EXPECT_EQ(log.lines.size(), 1U);
+}
+
 TEST_F(GestureOutputTest, aPinchIsPlayedOnThePad) {
   send(magnify, began);
   send(magnify, changed, 0.1);

@@ -26,6 +26,16 @@ class SteadyClock final : public Clock {
 /// A pad whose state another thread can wait for.
 class WatchedPad final : public FakePad {
  public:
+  int create(double now) override {
+    const std::lock_guard guard(lock);
+    const int error = FakePad::create(now);
+    changed.notify_all();
+    return error;
+  }
+  void waitForCreation() {
+    std::unique_lock guard(lock);
+    changed.wait(guard, [&] { return creations > 0; });
+  }
   bool write(std::span<const input_event> frame) override {
     const std::lock_guard guard(lock);
     const bool done = FakePad::write(frame);
@@ -46,6 +56,15 @@ class WatchedPad final : public FakePad {
 
 GestureEvent event(GesturePhase phase, double value = 0) {
   return {.kind = magnify, .phase = phase, .value = value, .location = {}};
+}
+
+TEST(GestureTouchpad, isMadeReadyWhenGesturesAreAnnounced) {
+  WatchedPad pad;
+  LinesKept log;
+  const SteadyClock clock;
+  GestureTouchpad touchpad(pad, {}, clock, log);
+  touchpad.prepare();
+  pad.waitForCreation();
 }
 
 TEST(GestureTouchpad, playsWhatAnotherThreadPosts) {

@@ -9,11 +9,13 @@
 #include <xkbcommon/xkbcommon-x11.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "adapters/linux/keyboard/kde_layout_group.hpp"
@@ -66,10 +68,21 @@ class XServerTest : public LayoutServersTest {
     return source.keys() ? source.keys()->translate(code) : std::nullopt;
   }
 
-  ChildProcess server{
-      {"Xvfb", "-displayfd", "3", "-screen", "0", "64x64x24", "-nolisten", "tcp", "-noreset"}, 3};
-  std::string display = ":" + server.line();
-  X11LayoutSource source{queue, display};
+  static std::vector<std::string> serverCommand() {
+    return {"Xvfb", "-displayfd", "3", "-screen", "0", "64x64x24", "-nolisten", "tcp", "-noreset"};
+  }
+  /// Another server under the same name.
+  void restartServer() {
+    server.reset();
+    auto command = serverCommand();
+    command.insert(command.begin() + 1, display);
+    server.emplace(command, 3);
+    ASSERT_EQ(":" + server->line(), display);
+  }
+
+  std::optional<ChildProcess> server{std::in_place, serverCommand(), 3};
+  std::string display = ":" + server->line();
+  X11LayoutSource source{queue, queue, display};
 };
 
 TEST_F(XServerTest, theLayoutIsKnownOnceStartedAndFollowed) {
@@ -110,8 +123,20 @@ TEST_F(XServerTest, theGroupInUseAtTheStartIsKnown) {
   EXPECT_EQ(typed(33), "ü");
 }
 
+TEST_F(XServerTest, aServerThatComesBackIsAskedAgain) {
+  setLayout({"-layout", "de"});
+  source.start([this] { check(); });
+  EXPECT_EQ(typed(33), "ü");
+  restartServer();
+  EXPECT_EQ(typed(33), "ü") << "what was known stays meanwhile";
+  setLayout({"-layout", "fr"});
+  serveUntil([this] { return typed(22) == "-"; });
+  setLayout({"-layout", "us"});
+  serveUntil([this] { return typed(33) == "["; });
+}
+
 TEST_F(XServerTest, withoutAServerNothingIsKnown) {
-  X11LayoutSource absent(queue, ":65000");
+  X11LayoutSource absent(queue, queue, ":65000");
   absent.start([] { FAIL(); });
   EXPECT_FALSE(absent.keys());
 }
@@ -210,7 +235,7 @@ class CompositorTest : public LayoutServersTest {
   }
   ~CompositorTest() override { unsetenv("XDG_RUNTIME_DIR"); }
   void start() {
-    source.emplace(queue, compositor->socket());
+    source.emplace(queue, queue, compositor->socket());
     source->start([this] { check(); });
   }
   [[nodiscard]] std::optional<std::string> typed(std::uint16_t code) const {
@@ -259,8 +284,24 @@ TEST_F(CompositorTest, aKeyboardThatIsUnpluggedAndComesBackIsAskedAgain) {
   EXPECT_EQ(compositor->keyboards, 2);
 }
 
+TEST_F(CompositorTest, aCompositorThatComesLaterOrComesBackIsAskedAgain) {
+  const std::string socket = compositor->socket();
+  compositor.reset();
+  source.emplace(queue, queue, socket);
+  source->start([this] { check(); });
+  EXPECT_FALSE(source->keys());
+  for (const auto& [layout, character] : {std::pair{"de", "ü"}, std::pair{"us", "["}}) {
+    compositor.emplace(queue, folder);
+    compositor->keymap = keymapText(layout);
+    serveUntil([&] { return typed(33) == character; });
+    compositor.reset();
+    queue.runReady();
+    EXPECT_EQ(typed(33), character) << "what was known stays meanwhile";
+  }
+}
+
 TEST_F(CompositorTest, withoutACompositorNothingIsKnown) {
-  WaylandLayoutSource absent(queue, (folder.path() / "absent").string());
+  WaylandLayoutSource absent(queue, queue, (folder.path() / "absent").string());
   absent.start([] { FAIL(); });
   queue.runReady();
   EXPECT_FALSE(absent.keys());
@@ -315,38 +356,59 @@ const sd_bus_vtable KeyboardService::kMethods[] = {
 
 class KdeBusTest : public LayoutServersTest {
  protected:
-  ChildProcess daemon{{"dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=3"},
-                      3};
-  std::vector<std::uint32_t> groups;
-  KdeLayoutGroup follower{queue, queue, [this](std::uint32_t group) {
+  using Groups = std::vector<std::uint32_t>;
+  void startBus() {
+    daemon.emplace(std::vector<std::string>{"dbus-daemon", "--session", "--nofork", "--nopidfile",
+                                            "--address=" + address, "--print-address=3"},
+                   3);
+    ASSERT_FALSE(daemon->line().empty()) << "the bus listens once it has said where";
+  }
+
+  TemporaryFolder folder;
+  const std::string socket = (folder.path() / "bus").string();
+  const std::string address = "unix:path=" + socket;
+  std::optional<ChildProcess> daemon;
+  Groups groups;
+  KdeLayoutGroup follower{queue, queue, address, [this](std::uint32_t group) {
                             groups.push_back(group);
                             check();
                           }};
 };
 
 TEST_F(KdeBusTest, asksForTheLayoutAndFollowsIt) {
-  KeyboardService service(queue, daemon.line());
+  startBus();
+  KeyboardService service(queue, address);
   service.group = 1;
-  ASSERT_TRUE(follower.open(daemon.line()));
-  serveUntil([this] { return groups == std::vector<std::uint32_t>{1}; });
+  follower.start();
+  serveUntil([this] { return groups == Groups{1}; });
   service.switchTo(2);
-  serveUntil([this] { return groups == std::vector<std::uint32_t>{1, 2}; });
+  serveUntil([this] { return groups == Groups{1, 2}; });
   service.changeList(0);
-  serveUntil([this] { return groups == std::vector<std::uint32_t>{1, 2, 0}; });
+  serveUntil([this] { return groups == Groups{1, 2, 0}; });
 }
 
 TEST_F(KdeBusTest, waitsForAServiceThatComesLater) {
-  ASSERT_TRUE(follower.open(daemon.line()));
+  startBus();
+  follower.start();
   queue.runReady();
   EXPECT_TRUE(groups.empty());
-  KeyboardService service(queue, daemon.line());
+  KeyboardService service(queue, address);
   service.group = 3;
-  serveUntil([this] { return groups == std::vector<std::uint32_t>{3}; });
+  serveUntil([this] { return groups == Groups{3}; });
 }
 
-TEST_F(KdeBusTest, withoutABusThereIsNothingToFollow) {
-  KdeLayoutGroup absent(queue, queue, [](std::uint32_t) { FAIL(); });
-  EXPECT_FALSE(absent.open("unix:path=/nonexistent/bus"));
+TEST_F(KdeBusTest, aBusThatComesLaterOrComesBackIsFollowed) {
+  follower.start();
+  for (const std::uint32_t round : {0U, 1U}) {
+    startBus();
+    std::optional<KeyboardService> service(std::in_place, queue, address);
+    service->group = round + 5;
+    serveUntil([&] { return groups == Groups{round + 5}; });
+    groups.clear();
+    service.reset();
+    daemon.reset();
+    std::filesystem::remove(socket);
+  }
 }
 
 }  // namespace

@@ -34,11 +34,12 @@ TEST_F(MultitouchLibrary, exportsWhatTheBindingLooksUpAndNothingElse) {
   char name[1024];
   while (std::fscanf(listing, "%63s %7s %1023s", address, kind, name) == 3) exported.insert(name);
   EXPECT_EQ(::pclose(listing), 0);
-  EXPECT_EQ(exported, (std::set<std::string>{"MTDeviceCreateList", "MTRegisterContactFrameCallback",
-                                             "MTUnregisterContactFrameCallback", "MTDeviceStart",
-                                             "MTDeviceStop", "MTDeviceRelease", "MTDeviceIsBuiltIn",
-                                             "MTDeviceGetFamilyID", "CFArrayGetCount",
-                                             "CFArrayGetValueAtIndex", "CFRetain", "CFRelease"}));
+  EXPECT_EQ(exported,
+            (std::set<std::string>{
+                "MTDeviceCreateList", "MTRegisterContactFrameCallback",
+                "MTUnregisterContactFrameCallback", "MTDeviceStart", "MTDeviceStop",
+                "MTDeviceRelease", "MTDeviceIsBuiltIn", "MTDeviceGetFamilyID", "CFArrayGetCount",
+                "CFArrayGetValueAtIndex", "CFRetain", "CFRelease", "VelotapFeedEvents"}));
 }
 
 // However many devices this machine has: the list can be walked, kept from and given back.

@@ -70,6 +70,7 @@ class FakeNode final : public SurfaceNode {
     const std::lock_guard guard(lock_);
     reader.setSlots(truth_, 0, 0);
   }
+  void fetch(ContactReader& reader, int slots) override { synchronise(reader, slots); }
   void setTruth(std::vector<RawContact> truth) {
     const std::lock_guard guard(lock_);
     truth_ = std::move(truth);
@@ -206,6 +207,84 @@ TEST_F(SurfaceTest, startsAndStopsAsOftenAsAsked) {
     ASSERT_EQ(Frames::instance().waitFor(i).size(), i);
     surface_.stop();
   }
+}
+
+std::vector<input_event> frameOf(const std::vector<input_event>& events) {
+  std::vector<input_event> frame = events;
+  frame.push_back(report());
+  return frame;
+}
+
+TEST_F(SurfaceTest, takesFromAFeederWhatTheNodeDoesNotSay) {
+  ASSERT_EQ(surface_.start(), 0);
+  Frames::instance().waitFor(1);
+  surface_.feed(frameOf(contact(0, 1, 0, 0)));
+  surface_.feed(frameOf(lift(0)));
+  EXPECT_EQ(Frames::instance().waitFor(3), (Seen{{}, {1}, {}}));
+}
+
+TEST_F(SurfaceTest, aFeederBeginsWithWhatIsDownAlready) {
+  ASSERT_EQ(surface_.start(), 0);
+  Frames::instance().waitFor(1);
+  node_->setTruth({{.id = 7, .x = 0, .y = 0}});
+  surface_.feed(frameOf(contact(1, 8, 0, 0)));
+  EXPECT_EQ(Frames::instance().waitFor(3), (Seen{{}, {7}, {7, 8}}));
+}
+
+TEST_F(SurfaceTest, theNodesOwnWordEndsTheFeeding) {
+  ASSERT_EQ(surface_.start(), 0);
+  Frames::instance().waitFor(1);
+  surface_.feed(frameOf(contact(0, 1, 0, 0)));
+  Frames::instance().waitFor(2);
+  // Lifted while nobody fed: the truth is fetched when the node speaks.
+  node_->setTruth({});
+  node_->send({report()});
+  EXPECT_EQ(Frames::instance().waitFor(3), (Seen{{}, {1}, {}}));
+}
+
+TEST_F(SurfaceTest, lostEventsOfAFeederEndWithTheTruth) {
+  ASSERT_EQ(surface_.start(), 0);
+  Frames::instance().waitFor(1);
+  surface_.feed(frameOf(contact(0, 1, 0, 0)));
+  node_->setTruth({{}, {.id = 8, .x = 1, .y = 1}});
+  surface_.feed(std::vector{event(EV_SYN, SYN_DROPPED, 0), report()});
+  EXPECT_EQ(Frames::instance().waitFor(3).back(), (std::vector<std::int32_t>{8}));
+}
+
+TEST_F(SurfaceTest, ignoresAFeederWhileItIsNotStarted) {
+  surface_.feed(frameOf(contact(0, 1, 0, 0)));
+  ASSERT_EQ(surface_.start(), 0);
+  Frames::instance().waitFor(1);
+  surface_.stop();
+  surface_.feed(frameOf(contact(0, 2, 0, 0)));
+  EXPECT_EQ(Frames::instance().ids, (Seen{{}}));
+}
+
+TEST_F(SurfaceTest, aCallbackOnAFeedersThreadMayStopTheDevice) {
+  ASSERT_EQ(surface_.start(), 0);
+  Frames::instance().waitFor(1);
+  Frames::instance().inside = [this] { surface_.stop(); };
+  surface_.feed(frameOf(contact(0, 1, 0, 0)));
+  surface_.feed(frameOf(lift(0)));
+  EXPECT_EQ(Frames::instance().ids, (Seen{{}, {1}}));
+}
+
+TEST_F(SurfaceTest, noCallbackRunsOnAFeedersThreadOnceStopReturns) {
+  std::atomic<bool> stopped{false};
+  std::atomic<bool> late{false};
+  std::atomic<bool> done{false};
+  ASSERT_EQ(surface_.start(), 0);
+  Frames::instance().waitFor(1);
+  Frames::instance().inside = [&] { late = late || stopped; };
+  std::thread feeder([&] {
+    for (int i = 0; !done; ++i) surface_.feed(frameOf(contact(0, i & 0xFF, i & 0xFF, 0)));
+  });
+  Frames::instance().waitFor(20);
+  surface_.stop();
+  stopped = true;
+  done = true;
+  feeder.join();
+  EXPECT_FALSE(late);
 }
 
 // Positions of one finger on a trackpad are not listened to; those of two are fetched.

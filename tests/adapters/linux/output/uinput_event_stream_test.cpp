@@ -28,7 +28,9 @@ class UinputEventStreamTest : public testing::Test {
   UinputEventStreamTest() {
     unsetenv("DISPLAY");
     locator.emplace(clock, queue);
-    stream.emplace(output, *locator, [this](const GestureEvent& e) { gestures.push_back(e); });
+    stream.emplace(
+        output, *locator, [this](const GestureEvent& e) { gestures.push_back(e); },
+        [this] { ++announcements; });
   }
 
   void post(MouseEventType type, int button) {
@@ -51,6 +53,7 @@ class UinputEventStreamTest : public testing::Test {
   RecordingDevice device;
   PacedOutput output{device, clock, &ignore};
   std::vector<GestureEvent> gestures;
+  int announcements = 0;
   std::optional<PointerLocator> locator;
   std::optional<UinputEventStream> stream;
 };
@@ -79,6 +82,38 @@ TEST_F(UinputEventStreamTest, BackIsAltLeftWhereverTheLayoutHasItsKey) {
   EXPECT_EQ(spoken(device.frames()), "+56 +105 -105 -56 +56 +105 -105 -56");
 }
 
+TEST_F(UinputEventStreamTest, LayoutThatChangesBetweenPressAndReleaseLeavesNoKeyDown) {
+  auto key = stream->makeKey(42, true);
+  ASSERT_TRUE(key);
+  key->flags = kCommandFlag;
+  stream->setLayout(std::make_unique<BracketElsewhere>());
+  stream->post(*key);
+  stream->setLayout(nullptr);
+  key->down = false;
+  stream->post(*key);
+  EXPECT_EQ(spoken(device.frames()), "+56 +105 -105 -56");
+}
+
+TEST_F(UinputEventStreamTest, SecondPressReleasesWhatTheFirstPutDown) {
+  auto key = stream->makeKey(42, true);
+  ASSERT_TRUE(key);
+  key->flags = kCommandFlag;
+  stream->setLayout(std::make_unique<BracketElsewhere>());
+  stream->post(*key);
+  stream->post(*key);
+  key->down = false;
+  stream->post(*key);
+  EXPECT_EQ(spoken(device.frames()), "+56 +105 -105 -56 +56 +105 -105 -56");
+}
+
+TEST_F(UinputEventStreamTest, ReleaseOfWhatWasNotPressedPostsNothing) {
+  auto key = stream->makeKey(33, false);
+  ASSERT_TRUE(key);
+  key->flags = kCommandFlag;
+  stream->post(*key);
+  EXPECT_TRUE(device.frames().empty());
+}
+
 TEST_F(UinputEventStreamTest, KeyWithoutAPlaceOnTheKeyboardPostsNothing) {
   press(52, 0);
   EXPECT_TRUE(device.frames().empty());
@@ -90,6 +125,9 @@ TEST_F(UinputEventStreamTest, GesturesAreHandedOn) {
   ASSERT_EQ(gestures.size(), 1U);
   EXPECT_EQ(gestures[0].kind, GestureKind::rotate);
   EXPECT_EQ(gestures[0].value, 2.5);
+  EXPECT_EQ(announcements, 0);
+  stream->prepareGestures();
+  EXPECT_EQ(announcements, 1);
 }
 
 TEST_F(UinputEventStreamTest, WithoutAnXSessionNobodyKnowsWhereThePointerIs) {

@@ -186,7 +186,20 @@ TEST_F(FilePreferencesWritersTest, whoNeverReadRemovesNothing) {
   EXPECT_TRUE(storage_.store(kDomain, {{"b", 2}}));
   EXPECT_EQ(open().load(kDomain), (ValueMap{{"a", 1}, {"b", 2}}));
   EXPECT_TRUE(storage_.store(kDomain, {{"b", 2}, {"c", 3}}));
-  EXPECT_EQ(open().load(kDomain), (ValueMap{{"b", 2}, {"c", 3}})) << "known by now";
+  EXPECT_EQ(open().load(kDomain), (ValueMap{{"a", 1}, {"b", 2}, {"c", 3}})) << "told is not read";
+  EXPECT_TRUE(storage_.store(kDomain, {{"c", 3}}));
+  EXPECT_EQ(open().load(kDomain), (ValueMap{{"a", 1}, {"c", 3}})) << "written by ourselves before";
+  EXPECT_EQ(storage_.load(kDomain), (ValueMap{{"a", 1}, {"c", 3}}));
+  EXPECT_TRUE(storage_.store(kDomain, {{"c", 3}}));
+  EXPECT_EQ(open().load(kDomain), (ValueMap{{"c", 3}})) << "read by now, and left out";
+}
+
+TEST_F(FilePreferencesWritersTest, whatWasHeardOfButNotReadIsNotRemoved) {
+  storage_.store(kDomain, {{"a", 1}});
+  put(R"({"a": 1, "theirs": 1})");
+  EXPECT_EQ(heard(), 1);
+  EXPECT_TRUE(storage_.store(kDomain, {{"a", 2}}));
+  EXPECT_EQ(open().load(kDomain), (ValueMap{{"a", 2}, {"theirs", 1}}));
 }
 
 TEST_F(FilePreferencesWritersTest, ofAFileThatSomebodyRemovedOnlyOurChangesComeBack) {

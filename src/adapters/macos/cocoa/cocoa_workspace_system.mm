@@ -1,0 +1,94 @@
+#import <AppKit/AppKit.h>
+
+#include <cstring>
+
+#include "adapters/macos/cocoa/cocoa_workspace.hpp"
+#include "adapters/macos/cocoa/foundation_text.hpp"
+
+namespace velotap {
+namespace {
+
+std::optional<CocoaApplication> told(NSRunningApplication* application) {
+  if (application == nil) return std::nullopt;
+  return CocoaApplication{
+      .bundleId = textOf(application.bundleIdentifier),
+      .name = textOf(application.localizedName),
+      .bundlePath = textOf(application.bundleURL.path),
+      .regular = application.activationPolicy == NSApplicationActivationPolicyRegular};
+}
+
+NSNotificationName nameOf(WorkspaceNotice notice) {
+  switch (notice) {
+    case WorkspaceNotice::willSleep:
+      return NSWorkspaceWillSleepNotification;
+    case WorkspaceNotice::didWake:
+      return NSWorkspaceDidWakeNotification;
+    case WorkspaceNotice::didActivate:
+      return NSWorkspaceDidActivateApplicationNotification;
+  }
+  return nil;
+}
+
+std::optional<CocoaApplication> applicationIn(NSNotification* notification) {
+  id application = notification.userInfo[NSWorkspaceApplicationKey];
+  if (![application isKindOfClass:[NSRunningApplication class]]) return std::nullopt;
+  return told(application);
+}
+
+class SystemWorkspace final : public CocoaWorkspace {
+ public:
+  std::optional<std::string> ownBundleId() override {
+    return textOf(NSBundle.mainBundle.bundleIdentifier);
+  }
+
+  std::size_t frontmostBundleId(char* buffer, std::size_t capacity) override {
+    NSString* identifier = NSWorkspace.sharedWorkspace.frontmostApplication.bundleIdentifier;
+    if (identifier == nil) return 0;
+    if (![identifier getCString:buffer maxLength:capacity encoding:NSUTF8StringEncoding]) return 0;
+    return std::strlen(buffer);
+  }
+
+  std::optional<CocoaApplication> frontmost() override {
+    return told(NSWorkspace.sharedWorkspace.frontmostApplication);
+  }
+
+  std::vector<CocoaApplication> running() override {
+    std::vector<CocoaApplication> applications;
+    for (NSRunningApplication* application in NSWorkspace.sharedWorkspace.runningApplications) {
+      if (auto known = told(application)) applications.push_back(std::move(*known));
+    }
+    return applications;
+  }
+
+  Observation observe(WorkspaceNotice notice,
+                      std::function<void(const std::optional<CocoaApplication>&)> tell) override {
+    // The workspace's own center: the default one never hears of these.
+    NSNotificationCenter* center = NSWorkspace.sharedWorkspace.notificationCenter;
+    id<NSObject> token =
+        [center addObserverForName:nameOf(notice)
+                            object:nil
+                             queue:NSOperationQueue.mainQueue
+                        usingBlock:^(NSNotification* notification) {
+                          tell(applicationIn(notification));
+                        }];
+    return Observation([center, token] { [center removeObserver:token]; });
+  }
+
+  bool openUrl(const std::string& url) override {
+    NSURL* address = [NSURL URLWithString:foundationText(url)];
+    return address != nil && [NSWorkspace.sharedWorkspace openURL:address];
+  }
+
+  void reveal(const std::string& path) override {
+    NSURL* file = [NSURL fileURLWithPath:foundationText(path)];
+    [NSWorkspace.sharedWorkspace activateFileViewerSelectingURLs:@[ file ]];
+  }
+};
+
+}  // namespace
+
+std::unique_ptr<CocoaWorkspace> CocoaWorkspace::system() {
+  return std::make_unique<SystemWorkspace>();
+}
+
+}  // namespace velotap

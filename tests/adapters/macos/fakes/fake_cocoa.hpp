@@ -1,0 +1,80 @@
+// The few things that only Objective-C can do, in a test.
+#pragma once
+
+#include <algorithm>
+#include <cstring>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "adapters/macos/cocoa/cocoa_workspace.hpp"
+#include "adapters/macos/preferences/preferences_changes.hpp"
+#include "adapters/macos/shell/mac_alerts.hpp"
+
+namespace velotap::test {
+
+class FakeWorkspace final : public CocoaWorkspace {
+ public:
+  using Told = std::optional<CocoaApplication>;
+
+  std::optional<std::string> own = "app.norwend.velotap";
+  Told front;
+  std::vector<CocoaApplication> applications;
+  std::vector<std::string> opened;
+  std::vector<std::string> revealed;
+  bool opens = true;
+
+  std::optional<std::string> ownBundleId() override { return own; }
+  std::size_t frontmostBundleId(char* buffer, std::size_t capacity) override {
+    if (!front || !front->bundleId || front->bundleId->size() > capacity) return 0;
+    std::memcpy(buffer, front->bundleId->data(), front->bundleId->size());
+    return front->bundleId->size();
+  }
+  Told frontmost() override { return front; }
+  std::vector<CocoaApplication> running() override { return applications; }
+  Observation observe(WorkspaceNotice notice, std::function<void(const Told&)> told) override {
+    return observers_[notice].add(std::move(told));
+  }
+  bool openUrl(const std::string& url) override {
+    opened.push_back(url);
+    return opens;
+  }
+  void reveal(const std::string& path) override { revealed.push_back(path); }
+
+  void tell(WorkspaceNotice notice, const Told& application = std::nullopt) {
+    observers_[notice].notify(application);
+  }
+
+ private:
+  std::map<WorkspaceNotice, ObserverList<const Told&>> observers_;
+};
+
+/// Tells of a domain when the test says so, as the system does for any writer.
+class FakeChanges final : public PreferencesChanges {
+ public:
+  Observation observe(std::string_view domain, const std::vector<std::string>& keys,
+                      std::function<void()> changed) override {
+    watched[std::string(domain)] = keys;
+    return observers_[std::string(domain)].add(std::move(changed));
+  }
+  void tell(const std::string& domain) { observers_[domain].notify(); }
+
+  std::map<std::string, std::vector<std::string>> watched;
+
+ private:
+  std::map<std::string, ObserverList<>> observers_;
+};
+
+class FakeAlertPanel final : public CocoaAlertPanel {
+ public:
+  long runModal(const AlertRequest& request) override {
+    shown.push_back(request);
+    return answer;
+  }
+  [[nodiscard]] long firstButton() const override { return 1000; }
+
+  long answer = 1000;
+  std::vector<AlertRequest> shown;
+};
+
+}  // namespace velotap::test

@@ -1,0 +1,11 @@
+// The Objective-C types that C code sees.
+#pragma once
+
+#if defined(__OBJC_BOOL_IS_BOOL) && __OBJC_BOOL_IS_BOOL
+typedef bool BOOL;
+#else
+typedef signed char BOOL;
+#endif
+#define nil nullptr
+#define YES __objc_yes
+#define NO __objc_no

@@ -1,0 +1,2 @@
+// Included by system-independent headers; nothing of it is used here.
+#pragma once

@@ -1,1 +1,0 @@
-// A program without a test: what counts are the headers that were compiled for it.
