@@ -50,6 +50,7 @@ class DesktopApplication {
 
  private:
   [[nodiscard]] Application::Surroundings surroundings();
+  [[nodiscard]] ApplicationEffects effects();
   [[nodiscard]] SettingsWindow::Effects settingsEffects();
   void makePanes(PanesObject& panes);
   [[nodiscard]] GeneralFacts generalFacts();
