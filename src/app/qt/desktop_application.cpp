@@ -9,15 +9,12 @@
 #include "config/settings_keys.hpp"
 #include "gestures/tap_activity_log.hpp"
 #include "gestures/touch_engine.hpp"
-#include "output/shortcut_key_codes.hpp"
 #include "platform/platform.hpp"
-#include "platform/shell_platform.hpp"
 #include "settings/window/general_object.hpp"
 #include "settings/window/gestures_object.hpp"
 #include "settings/window/practice_object.hpp"
 #include "settings/window/tuning_object.hpp"
 #include "settings/window/values.hpp"
-#include "shell/crash_reporter.hpp"
 #include "shell/updater.hpp"
 
 namespace velotap {
@@ -47,43 +44,50 @@ void ViewAnnouncements::post(const std::string& message, AnnouncementPriority) {
 DesktopApplication::DesktopApplication(ViewContext& context, Desktop desktop)
     : context_(context),
       desktop_(std::move(desktop)),
-      conflicts_(Platform::current().systemPreferences, defaults(), Platform::current().mainQueue,
-                 Platform::current().alerts, &localize),
       selection_(defaults()),
       touches_(TapActivityLog::shared()),
-      watcher_(Platform::current().clock, Platform::current().mainQueue,
-               Platform::current().notices, Platform::current().log),
-      tray_(
-          trayServices(), effects(), [this] { onboarding_.show(); }, &localize),
-      statusItem_(tray_, [this] { tellThatTrayIsMissing(); }),
-      onboarding_(Permissions::shared(), AccessibilityAnnouncements::shared(), onboardingEffects(),
-                  &localize, kVariant),
-      onboardingWindow_(onboarding_, context, [this] { showPane(PreferencesTab::gestures); }),
-      settings_(context, settingsEffects()),
-      delegate_(steps(), &localize) {
-  tray_.setView(statusItem_.view());
-  onboarding_.setView(onboardingWindow_.view());
-  Controller::shared().closures.didChangeState = [this] { tray_.updateIcon(); };
+      application_(surroundings()),
+      statusItem_(application_.trayMenu(), [this] { tellThatTrayIsMissing(); }),
+      onboardingWindow_(application_.onboarding(), context,
+                        [this] { showPane(PreferencesTab::gestures); }),
+      settings_(context, settingsEffects()) {
+  application_.trayMenu().setView(statusItem_.view());
+  application_.onboarding().setView(onboardingWindow_.view());
   QObject::connect(&appearance_, &DesktopAppearance::changed, &appearance_,
                    [this] { followAppearance(); });
   followAppearance();
 }
 
+Application::Surroundings DesktopApplication::surroundings() {
+  return {.effects = effects(),
+          .localize = &localize,
+          .observeRegionalSettings =
+              [](std::function<void()> changed) {
+                return SystemRegionalSettings::shared().observeRevision(std::move(changed));
+              },
+          .variant = kVariant,
+          .version = VELOTAP_VERSION,
+          .refreshLocalizedLabels = [this] { settings_.refreshLocalizedLabels(); },
+          // Windows have their own shortcuts; there is no menu bar to fill.
+          .showMainMenu = [](const std::vector<MenuItem>&) {}};
+}
+
 void DesktopApplication::launch() {
-  delegate_.applicationDidFinishLaunching();
+  application_.delegate().applicationDidFinishLaunching();
   QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &appearance_,
                    [this](Qt::ApplicationState state) {
-                     if (state == Qt::ApplicationActive) delegate_.applicationDidBecomeActive();
+                     if (state == Qt::ApplicationActive)
+                       application_.delegate().applicationDidBecomeActive();
                    });
 }
 
 void DesktopApplication::reopen() {
-  static_cast<void>(delegate_.applicationShouldHandleReopen());
+  static_cast<void>(application_.delegate().applicationShouldHandleReopen());
 }
 
 void DesktopApplication::end() {
   settings_.close();
-  delegate_.applicationWillTerminate();
+  application_.delegate().applicationWillTerminate();
 }
 
 Texts DesktopApplication::texts() {
@@ -123,82 +127,6 @@ ApplicationEffects DesktopApplication::effects() {
           [this](SettingsPane pane) {
             showPane(pane == SettingsPane::about ? PreferencesTab::about : PreferencesTab::general);
           }};
-}
-
-UpdateActions DesktopApplication::updateActions() {
-  return {.unavailableReason = [] { return ShellPlatform::current().updates.unavailableReason(); },
-          .check = [] { Updater::shared().checkForUpdates(); }};
-}
-
-TrayMenu::Services DesktopApplication::trayServices() {
-  return {.controller = Controller::shared(),
-          .config = Config::shared(),
-          .apps = AppTracker::shared(),
-          .conflicts = conflicts_,
-          .permissions = Permissions::shared(),
-          .loginItem = LoginItem::shared(),
-          .updates = updateActions(),
-          .announcements = AccessibilityAnnouncements::shared(),
-          .alerts = Platform::current().alerts,
-          .log = Platform::current().log};
-}
-
-Onboarding::Effects DesktopApplication::onboardingEffects() {
-  return {.openTrustSettings = [] { return ShellPlatform::current().trustPrompt.openSettings(); },
-          .revealProgram = [] { return ShellPlatform::current().trustPrompt.revealProgram(); },
-          .leftClickToggles = [] { return defaults().boolean(keys::kLeftClickTogglesEnabled); },
-          .application = effects()};
-}
-
-AppDelegate::Steps DesktopApplication::steps() {
-  return {
-      .installMainMenu = [] {},  // windows have their own shortcuts; there is no menu bar to fill
-      .observeRegionalSettings =
-          [](std::function<void()> changed) {
-            return SystemRegionalSettings::shared().observeRevision(std::move(changed));
-          },
-      .refreshLocalizedLabels = [this] { settings_.refreshLocalizedLabels(); },
-      .retitleOnboarding = [this] { onboarding_.refreshTitle(); },
-      .updateIcon = [this] { tray_.updateIcon(); },
-      .multitouchAvailable = [] { return MT::shared().isAvailable(); },
-      .showAlert = [](const AlertRequest& alert) { Platform::current().alerts.runModal(alert); },
-      .terminate =
-          [] {
-            // The event loop may not have begun: quitting now would be forgotten.
-            QMetaObject::invokeMethod(
-                qGuiApp, [] { QCoreApplication::exit(1); }, Qt::QueuedConnection);
-          },
-      .installCrashReporter = [] { CrashReporter::shared().install(); },
-      .startKeyCodes = [] { ShortcutKeyCodes::shared().start(); },
-      .startAppTracker = [] { AppTracker::shared().start(); },
-      .setUpTray = [this] { tray_.setup(); },
-      .createUpdater = [] { static_cast<void>(Updater::shared()); },
-      .enabled = [] { return Config::shared().enabled(); },
-      .takeInitialPresentation =
-          [](bool enabled) { return Permissions::shared().takeInitialPresentation(enabled); },
-      .showOnboarding = [this] { onboarding_.show(); },
-      .offerPendingReports = [] { CrashReporter::shared().offerPendingReports(); },
-      .startWatcher =
-          [this](std::function<void()> onPause, std::function<void()> onChange) {
-            watcher_.start(std::move(onPause), std::move(onChange));
-          },
-      .startMonitoring =
-          [](std::function<void(bool)> onChange) {
-            Permissions::shared().startMonitoring(std::move(onChange));
-          },
-      .observeSettings =
-          [](std::function<void()> changed) {
-            return defaults().observeChanges(std::move(changed));
-          },
-      .stopMonitoring = [] { Permissions::shared().stopMonitoring(); },
-      .refreshPermissions = [] { Permissions::shared().refresh(); },
-      .startController = [] { Controller::shared().start(); },
-      .restartController = [] { Controller::shared().restart(); },
-      .stopController = [] { Controller::shared().stop(); },
-      .listenersRunning = [] { return Controller::shared().isRunning(); },
-      .onboardingVisible = [this] { return onboarding_.isVisible(); },
-      .bringOnboardingToFront = [this] { onboarding_.bringToFront(); },
-      .openSettings = effects().openSettings};
 }
 
 void DesktopApplication::showPane(PreferencesTab tab) {
@@ -252,7 +180,7 @@ void DesktopApplication::setEnabled(bool on) {
                            .enabled = [] { return Config::shared().enabled(); },
                            .listenersRunning = [] { return Controller::shared().isRunning(); },
                            .startController = [] { Controller::shared().start(); }});
-  tray_.updateIcon();
+  application_.trayMenu().updateIcon();
 }
 
 void DesktopApplication::toggleLaunchAtLogin() {
@@ -274,7 +202,7 @@ void DesktopApplication::makePanes(PanesObject& panes) {
        .showPane = [this](PreferencesTab tab) { showPane(tab); },
        .chooseDevice = [this](GestureDevice device) { selection_.setDevice(device); },
        .setEnabled = [this](bool on) { setEnabled(on); },
-       .setUpAccessibility = [this] { onboarding_.show(); },
+       .setUpAccessibility = [this] { application_.onboarding().show(); },
        .startListeners = [] { Controller::shared().start(); },
        .toggleLaunchAtLogin = [this] { toggleLaunchAtLogin(); },
        .openLoginItems = [] { LoginItem::shared().openSettings(); },
@@ -282,7 +210,7 @@ void DesktopApplication::makePanes(PanesObject& panes) {
        .setHideIcon =
            [this](bool on) {
              defaults().set(keys::kHideStatusBarIcon, on);
-             tray_.applyVisibility();
+             application_.trayMenu().applyVisibility();
            },
        .setAutomaticChecks = [](bool on) { Updater::shared().setAutomaticallyChecks(on); },
        .checkForUpdates = [] { Updater::shared().checkForUpdates(); }},
@@ -291,10 +219,11 @@ void DesktopApplication::makePanes(PanesObject& panes) {
       defaults(), selection_,
       {.texts = words,
        .facts = [this] { return gestureFacts(); },
-       .openAccessibilitySettings = [this] { onboarding_.show(); },
+       .openAccessibilitySettings = [this] { application_.onboarding().show(); },
        .startListeners = [] { Controller::shared().start(); },
        .showGeneral = [this] { showPane(PreferencesTab::general); },
-       .didEnable = [this](std::string_view key) { conflicts_.checkAfterEnabling(key); }},
+       .didEnable =
+           [this](std::string_view key) { application_.conflicts().checkAfterEnabling(key); }},
       &panes);
   panes.tuning = new TuningObject({.defaults = defaults(),
                                    .log = TapActivityLog::shared(),

@@ -1,4 +1,4 @@
-// The application with windows: the models of the shell and of the settings, each with its view.
+// The application with windows: Application and the panes of the settings, each with its view.
 //
 // Made after the platforms were set and the application object exists; runs from `launch` to
 // `end`. Members are listed in the order in which they need each other. Main thread.
@@ -9,13 +9,9 @@
 #include <string>
 
 #include "adapters/qt/desktop/desktop_appearance.hpp"
-#include "app/app_delegate.hpp"
-#include "app/onboarding.hpp"
+#include "app/application.hpp"
 #include "app/qt/onboarding_window.hpp"
 #include "app/qt/status_item.hpp"
-#include "app/tray_menu.hpp"
-#include "config/conflict_checker.hpp"
-#include "input/device_watcher.hpp"
 #include "input/gesture_device.hpp"
 #include "localization/system_regional_settings.hpp"
 #include "platform/announcements.hpp"
@@ -53,11 +49,8 @@ class DesktopApplication {
   void end();
 
  private:
-  [[nodiscard]] AppDelegate::Steps steps();
-  [[nodiscard]] TrayMenu::Services trayServices();
+  [[nodiscard]] Application::Surroundings surroundings();
   [[nodiscard]] ApplicationEffects effects();
-  [[nodiscard]] UpdateActions updateActions();
-  [[nodiscard]] Onboarding::Effects onboardingEffects();
   [[nodiscard]] SettingsWindow::Effects settingsEffects();
   void makePanes(PanesObject& panes);
   [[nodiscard]] GeneralFacts generalFacts();
@@ -72,16 +65,12 @@ class DesktopApplication {
   ViewContext& context_;
   Desktop desktop_;
   DesktopAppearance appearance_;
-  ConflictChecker conflicts_;
   GestureDeviceSelection selection_;
   RetainedTouches touches_;
-  DeviceWatcher watcher_;
-  TrayMenu tray_;
+  Application application_;
   StatusItem statusItem_;
-  Onboarding onboarding_;
   OnboardingWindow onboardingWindow_;
   SettingsWindow settings_;
-  AppDelegate delegate_;
   bool trayIsMissing_ = false;
 };
 

@@ -8,22 +8,16 @@
 #include <iostream>
 
 #include "adapters/linux/desktop/linux_desktop.hpp"
-#include "adapters/linux/notices/linux_notices.hpp"
-#include "adapters/linux/notices/session_activity.hpp"
+#include "adapters/linux/desktop/linux_shell.hpp"
+#include "adapters/linux/desktop/passive_adapters.hpp"
 #include "adapters/linux/runtime/descriptor.hpp"
 #include "adapters/linux/runtime/posix_clock.hpp"
 #include "adapters/linux/runtime/posix_main_queue.hpp"
-#include "adapters/linux/session/access_watch.hpp"
-#include "adapters/linux/session/autostart_item.hpp"
-#include "adapters/linux/session/desktop_url_opener.hpp"
-#include "adapters/linux/session/pkexec_prompt.hpp"
-#include "adapters/linux/session/seat_trust.hpp"
-#include "adapters/linux/session/single_instance.hpp"
+#include "adapters/linux/services/single_instance.hpp"
 
 // After the headers above: Qt makes a macro of a word that they use.
 #include <QApplication>
 #include <QDir>
-#include <QStandardPaths>
 
 #include "adapters/qt/desktop/qt_alerts.hpp"
 #include "adapters/qt/desktop/qt_regional_settings.hpp"
@@ -31,12 +25,9 @@
 #include "app/qt/desktop_application.hpp"
 #include "config/app_identity.hpp"
 #include "platform/shell_platform.hpp"
-#include "shell/no_updates.hpp"
 
 namespace velotap {
 namespace {
-
-constexpr const char* kSystemBus = "unix:path=/run/dbus/system_bus_socket";
 
 // Interrupts become an orderly end. They are taken from a descriptor, so every thread that is
 // started later must have them blocked: this comes first.
@@ -60,68 +51,6 @@ std::string stateFolder() {
   return environmentOr("XDG_STATE_HOME", (QDir::homePath() + "/.local/state").toUtf8().constData());
 }
 
-std::string place(QStandardPaths::StandardLocation location) {
-  return QStandardPaths::writableLocation(location).toStdString();
-}
-
-// The small program beside this one, which is what people start.
-std::string programToStart() {
-  return (QCoreApplication::applicationDirPath() + QStringLiteral("/velotap")).toStdString();
-}
-
-// The Linux services of the shell, and the platform with the notices and the permission that
-// know of sessions.
-struct LinuxShell {
-  LinuxShell(LinuxDesktop& desktop, PosixMainQueue& queue, Announcements& announcements)
-      : session(SessionEnvironment::ofThisProcess()),
-        activity(queue),
-        trust(desktop.platform().trust, activity),
-        notices(queue, queue, session, environmentOr("DBUS_SYSTEM_BUS_ADDRESS", kSystemBus)),
-        access(queue, queue),
-        urls(session.currentDesktop),
-        prompt(queue,
-               {.helper = findAccessHelper(VELOTAP_ACCESS_HELPER, VELOTAP_SOURCE_HELPER),
-                .program = programToStart()},
-               access, activity, urls),
-        login(place(QStandardPaths::GenericConfigLocation) + "/autostart", programToStart(), urls),
-        platform{.clock = desktop.platform().clock,
-                 .mainQueue = queue,
-                 .libraries = desktop.platform().libraries,
-                 .events = desktop.platform().events,
-                 .taps = desktop.platform().taps,
-                 .preferences = desktop.platform().preferences,
-                 .systemPreferences = desktop.platform().systemPreferences,
-                 .workspace = desktop.platform().workspace,
-                 .keyboardLayout = desktop.platform().keyboardLayout,
-                 .notices = notices,
-                 .trust = trust,
-                 .alerts = desktop.platform().alerts,
-                 .notifications = desktop.platform().notifications,
-                 .log = desktop.platform().log},
-        shell{.trustPrompt = prompt,
-              .loginItem = login,
-              .updates = updates,
-              .announcements = announcements,
-              .urls = urls,
-              .crashFolder = place(QStandardPaths::GenericDataLocation) + "/velotap/Crashes"} {
-    AppIdentity::migratePreferences(platform.preferences);
-    Platform::setCurrent(platform);
-    ShellPlatform::setCurrent(shell);
-  }
-
-  SessionEnvironment session;
-  SessionActivity activity;
-  SeatTrust trust;
-  LinuxNotices notices;
-  AccessWatch access;
-  DesktopUrlOpener urls;
-  PkexecPrompt prompt;
-  AutostartItem login;
-  NoUpdates updates;
-  Platform platform;
-  ShellPlatform shell;
-};
-
 int run(QApplication& application, const Descriptor& interrupts) {
   const SessionEnvironment session = SessionEnvironment::ofThisProcess();
   auto instance = SingleInstance::claim(session.runtimeFolder);
@@ -131,11 +60,15 @@ int run(QApplication& application, const Descriptor& interrupts) {
   PosixMainQueue queue(clock);
   const QtMainLoop loop(queue);
   QtAlerts alerts;
-  LinuxDesktop desktop({.clock = clock, .queue = queue, .loop = queue, .alerts = alerts},
-                       Config::debug());
+  const LinuxHost host{.clock = clock, .queue = queue, .loop = queue, .alerts = alerts};
+  LinuxDesktop desktop(host, Config::debug());
+  AppIdentity::migratePreferences(desktop.platform().preferences);
+  Platform::setCurrent(desktop.platform());
   ViewContext context(false);
   ViewAnnouncements announcements(context);
-  LinuxShell shell(desktop, queue, announcements);
+  NoUpdates updates;
+  LinuxShell shell(host, desktop, announcements, updates);
+  ShellPlatform::setCurrent(shell.platform());
   QtRegionalSettings regional;
   SystemRegionalSettings::setSystem(regional);
 
