@@ -82,12 +82,11 @@ void AppListsModel::restore(const AppRuleSnapshot& snapshot) {
 }
 
 std::set<std::string, std::less<>> AppListsModel::overriddenIDs() const {
+  std::set<std::string, std::less<>> off;
+  for (const AppEntry& entry : ignored_) off.insert(entry.bundleID);
   std::set<std::string, std::less<>> result;
-  for (const AppEntry& zoom : zoom_) {
-    const bool off = std::any_of(ignored_.begin(), ignored_.end(), [&zoom](const AppEntry& each) {
-      return each.bundleID == zoom.bundleID;
-    });
-    if (off) result.insert(zoom.bundleID);
+  for (const AppEntry& entry : zoom_) {
+    if (off.contains(entry.bundleID)) result.insert(entry.bundleID);
   }
   return result;
 }
