@@ -43,7 +43,7 @@ std::u32string_view takeNumber(std::u32string_view text, std::size_t& position) 
 
 std::weak_ordering compareNumbers(std::u32string_view left, std::u32string_view right) {
   if (left.size() != right.size()) return left.size() <=> right.size();
-  return left <=> right;
+  return left.compare(right) <=> 0;
 }
 
 }  // namespace

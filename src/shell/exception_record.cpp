@@ -77,7 +77,7 @@ std::string& recordPath() {
 
 [[noreturn]] void recordAndAbort() noexcept {
   // The second thread to fail, or a failure in here, has nothing to add.
-  static std::atomic_flag recording = ATOMIC_FLAG_INIT;
+  static std::atomic_flag recording;
   if (!recording.test_and_set()) {
     const std::vector<std::string> stack = currentStack();
     // Without a type somebody asked for the end without throwing anything.

@@ -30,6 +30,8 @@ class CocoaWorkspace {
   virtual ~CocoaWorkspace() = default;
   /// The identifier of this program's bundle; nothing when it runs without one. Any thread.
   [[nodiscard]] virtual std::optional<std::string> ownBundleId() = 0;
+  /// Where this program's bundle is; nothing when it runs without one.
+  [[nodiscard]] virtual std::optional<std::string> ownBundlePath() = 0;
   /// Copies the identifier of the frontmost application, without a terminator; how long it is, 0
   /// when there is none. Nothing is copied when it does not fit. Any thread.
   [[nodiscard]] virtual std::size_t frontmostBundleId(char* buffer, std::size_t capacity) = 0;

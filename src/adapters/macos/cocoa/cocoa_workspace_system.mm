@@ -41,6 +41,12 @@ class SystemWorkspace final : public CocoaWorkspace {
     return textOf(NSBundle.mainBundle.bundleIdentifier);
   }
 
+  std::optional<std::string> ownBundlePath() override {
+    // A plain program has a main bundle too: the folder it lies in.
+    if (NSBundle.mainBundle.bundleIdentifier == nil) return std::nullopt;
+    return textOf(NSBundle.mainBundle.bundlePath);
+  }
+
   std::size_t frontmostBundleId(char* buffer, std::size_t capacity) override {
     NSString* identifier = NSWorkspace.sharedWorkspace.frontmostApplication.bundleIdentifier;
     if (identifier == nil) return 0;
@@ -64,13 +70,12 @@ class SystemWorkspace final : public CocoaWorkspace {
                       std::function<void(const std::optional<CocoaApplication>&)> tell) override {
     // The workspace's own center: the default one never hears of these.
     NSNotificationCenter* center = NSWorkspace.sharedWorkspace.notificationCenter;
-    id<NSObject> token =
-        [center addObserverForName:nameOf(notice)
-                            object:nil
-                             queue:NSOperationQueue.mainQueue
-                        usingBlock:^(NSNotification* notification) {
-                          tell(applicationIn(notification));
-                        }];
+    id<NSObject> token = [center addObserverForName:nameOf(notice)
+                                             object:nil
+                                              queue:NSOperationQueue.mainQueue
+                                         usingBlock:^(NSNotification* notification) {
+                                           tell(applicationIn(notification));
+                                         }];
     return Observation([center, token] { [center removeObserver:token]; });
   }
 

@@ -58,7 +58,6 @@ struct CoreFoundationApi {
   CFRunLoopRef (*CFRunLoopGetMain)();
   void (*CFRunLoopAddSource)(CFRunLoopRef, CFRunLoopSourceRef, CFRunLoopMode);
   void (*CFRunLoopRemoveSource)(CFRunLoopRef, CFRunLoopSourceRef, CFRunLoopMode);
-  void (*CFRunLoopStop)(CFRunLoopRef);
   CFRunLoopRunResult (*CFRunLoopRunInMode)(CFRunLoopMode, CFTimeInterval, Boolean);
 
   CFRunLoopSourceRef (*CFMachPortCreateRunLoopSource)(CFAllocatorRef, CFMachPortRef, CFIndex);

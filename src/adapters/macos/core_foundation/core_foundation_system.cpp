@@ -39,7 +39,6 @@ const CoreFoundationApi& CoreFoundationApi::system() {
       .CFRunLoopGetMain = &::CFRunLoopGetMain,
       .CFRunLoopAddSource = &::CFRunLoopAddSource,
       .CFRunLoopRemoveSource = &::CFRunLoopRemoveSource,
-      .CFRunLoopStop = &::CFRunLoopStop,
       .CFRunLoopRunInMode = &::CFRunLoopRunInMode,
       .CFMachPortCreateRunLoopSource = &::CFMachPortCreateRunLoopSource,
       .CFMachPortInvalidate = &::CFMachPortInvalidate,

@@ -18,6 +18,7 @@ class FakeWorkspace final : public CocoaWorkspace {
   using Told = std::optional<CocoaApplication>;
 
   std::optional<std::string> own = "app.norwend.velotap";
+  std::optional<std::string> path = "/Applications/Velotap.app";
   Told front;
   std::vector<CocoaApplication> applications;
   std::vector<std::string> opened;
@@ -25,6 +26,7 @@ class FakeWorkspace final : public CocoaWorkspace {
   bool opens = true;
 
   std::optional<std::string> ownBundleId() override { return own; }
+  std::optional<std::string> ownBundlePath() override { return path; }
   std::size_t frontmostBundleId(char* buffer, std::size_t capacity) override {
     if (!front || !front->bundleId || front->bundleId->size() > capacity) return 0;
     std::memcpy(buffer, front->bundleId->data(), front->bundleId->size());

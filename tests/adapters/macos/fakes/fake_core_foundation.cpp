@@ -363,7 +363,6 @@ void FakeCoreFoundation::fillLoops() {
     fake().calls.emplace_back("CFRunLoopRemoveSource");
     fake().release(removed);
   };
-  api_.CFRunLoopStop = [](CFRunLoopRef) { fake().calls.emplace_back("CFRunLoopStop"); };
   api_.CFRunLoopRunInMode = [](CFRunLoopMode, CFTimeInterval, Boolean) {
     fake().calls.emplace_back("CFRunLoopRunInMode");
     return kCFRunLoopRunTimedOut;

@@ -7,7 +7,7 @@ typedef CGRect NSRect;
 typedef CGPoint NSPoint;
 typedef CGSize NSSize;
 
-@class NSImage, NSWindow;
+@class NSEvent, NSImage, NSMenu, NSStatusItem;
 
 typedef enum NSApplicationActivationPolicy : NSInteger {
   NSApplicationActivationPolicyRegular = 0,
@@ -34,8 +34,96 @@ typedef enum NSApplicationActivationPolicy : NSInteger {
 @end
 
 typedef NSInteger NSModalResponse;
+typedef NSInteger NSControlStateValue;
+typedef NSUInteger NSEventModifierFlags;
+typedef unsigned long long NSEventMask;
 
-@interface NSButton : NSObject
+typedef enum NSEventType : NSUInteger {
+  NSEventTypeLeftMouseUp = 2,
+  NSEventTypeRightMouseUp = 4
+} NSEventType;
+
+enum : NSEventModifierFlags {
+  NSEventModifierFlagShift = 1 << 17,
+  NSEventModifierFlagControl = 1 << 18,
+  NSEventModifierFlagCommand = 1 << 20
+};
+enum : NSEventMask { NSEventMaskLeftMouseUp = 1 << 2, NSEventMaskRightMouseUp = 1 << 4 };
+
+static const NSControlStateValue NSControlStateValueOff = 0;
+static const NSControlStateValue NSControlStateValueOn = 1;
+
+@interface NSEvent : NSObject
+@property(readonly) NSEventType type;
+@property(readonly) NSEventModifierFlags modifierFlags;
+@end
+
+@interface NSImage : NSObject
++ (instancetype)imageWithSystemSymbolName:(NSString*)name
+                 accessibilityDescription:(NSString*)description;
+- (void)setTemplate:(BOOL)isTemplate;
+@end
+
+@interface NSView : NSObject
+@property NSRect bounds;
+@property(copy) NSString* toolTip;
+@property(copy) NSString* accessibilityLabel;
+@end
+
+@interface NSControl : NSView
+@property(weak) id target;
+@property SEL action;
+- (NSInteger)sendActionOn:(NSEventMask)mask;
+@end
+
+@interface NSButton : NSControl
+@property(strong) NSImage* image;
+- (void)highlight:(BOOL)flag;
+@end
+
+@interface NSStatusBarButton : NSButton
+@property BOOL appearsDisabled;
+@end
+
+@interface NSMenuItem : NSObject
+@property(copy) NSString* title;
+@property(strong) NSMenu* submenu;
+@property NSEventModifierFlags keyEquivalentModifierMask;
+@property(weak) id target;
+@property(strong) id representedObject;
+@property(getter=isEnabled) BOOL enabled;
+@property(getter=isHidden) BOOL hidden;
+@property NSControlStateValue state;
+@property(copy) NSString* toolTip;
++ (NSMenuItem*)separatorItem;
+- (instancetype)initWithTitle:(NSString*)title
+                       action:(SEL)action
+                keyEquivalent:(NSString*)key;
+@end
+
+@protocol NSMenuItemValidation <NSObject>
+- (BOOL)validateMenuItem:(NSMenuItem*)item;
+@end
+
+@interface NSMenu : NSObject
+@property(readonly) NSInteger numberOfItems;
+- (instancetype)initWithTitle:(NSString*)title;
+- (void)addItem:(NSMenuItem*)item;
+- (NSMenuItem*)itemAtIndex:(NSInteger)index;
+- (BOOL)popUpMenuPositioningItem:(NSMenuItem*)item atLocation:(NSPoint)point inView:(NSView*)view;
+@end
+
+static const CGFloat NSSquareStatusItemLength = -2.0;
+
+@interface NSStatusItem : NSObject
+@property(readonly) NSStatusBarButton* button;
+@property(getter=isVisible) BOOL visible;
+@end
+
+@interface NSStatusBar : NSObject
+@property(class, readonly) NSStatusBar* systemStatusBar;
+- (NSStatusItem*)statusItemWithLength:(CGFloat)length;
+- (void)removeStatusItem:(NSStatusItem*)item;
 @end
 
 @interface NSAlert : NSObject
@@ -45,9 +133,22 @@ typedef NSInteger NSModalResponse;
 - (NSModalResponse)runModal;
 @end
 
+@class NSApplication;
+
+@protocol NSApplicationDelegate <NSObject>
+@optional
+- (void)applicationDidFinishLaunching:(NSNotification*)notification;
+- (void)applicationDidBecomeActive:(NSNotification*)notification;
+- (BOOL)applicationShouldHandleReopen:(NSApplication*)sender hasVisibleWindows:(BOOL)flag;
+- (void)applicationWillTerminate:(NSNotification*)notification;
+@end
+
 @interface NSApplication : NSObject
 @property(class, readonly) NSApplication* sharedApplication;
-@property(readonly) NSWindow* keyWindow;
+@property(readonly) NSEvent* currentEvent;
+@property(strong) NSMenu* mainMenu;
+@property(strong) NSMenu* windowsMenu;
+@property(weak) id<NSApplicationDelegate> delegate;
 - (void)activateIgnoringOtherApps:(BOOL)ignore;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy;
 - (void)run;
@@ -55,7 +156,14 @@ typedef NSInteger NSModalResponse;
 @end
 
 extern "C" {
-extern NSApplication* NSApp;
+typedef NSString* NSAccessibilityNotificationName;
+typedef NSString* NSAccessibilityNotificationUserInfoKey;
+extern NSAccessibilityNotificationName const NSAccessibilityAnnouncementRequestedNotification;
+extern NSAccessibilityNotificationUserInfoKey const NSAccessibilityAnnouncementKey;
+extern NSAccessibilityNotificationUserInfoKey const NSAccessibilityPriorityKey;
+void NSAccessibilityPostNotificationWithUserInfo(
+    id element, NSAccessibilityNotificationName notification,
+    NSDictionary<NSAccessibilityNotificationUserInfoKey, id>* userInfo);
 extern NSNotificationName const NSWorkspaceWillSleepNotification;
 extern NSNotificationName const NSWorkspaceDidWakeNotification;
 extern NSNotificationName const NSWorkspaceDidActivateApplicationNotification;

@@ -9,7 +9,7 @@ typedef long NSInteger;
 typedef unsigned long NSUInteger;
 typedef double NSTimeInterval;
 
-@class NSArray<ObjectType>, NSData, NSDictionary<KeyType, ObjectType>, NSError, NSNotification,
+@class NSArray<ObjectType>, NSData, NSDate, NSDictionary<KeyType, ObjectType>, NSError, NSNotification,
     NSNumber, NSString, NSURL;
 
 @protocol NSObject
@@ -50,6 +50,7 @@ typedef enum NSStringEncoding : NSUInteger { NSUTF8StringEncoding = 4 } NSString
          maxLength:(NSUInteger)size
           encoding:(NSStringEncoding)encoding;
 - (BOOL)isEqualToString:(NSString*)other;
+- (NSString*)stringByAppendingPathComponent:(NSString*)component;
 @end
 
 @interface NSError : NSObject
@@ -90,11 +91,41 @@ struct NSFastEnumerationState {
 @property(readonly) const void* bytes;
 @end
 
+@interface NSDate : NSObject
+@property(readonly) NSTimeInterval timeIntervalSince1970;
++ (instancetype)dateWithTimeIntervalSince1970:(NSTimeInterval)seconds;
+@end
+
+@interface NSLocale : NSObject
+@property(class, readonly, copy) NSLocale* currentLocale;
+@property(class, readonly, copy) NSArray<NSString*>* preferredLanguages;
+@property(readonly, copy) NSString* localeIdentifier;
+@end
+
+@interface NSTimeZone : NSObject
+@property(class, readonly, copy) NSTimeZone* systemTimeZone;
+@property(readonly, copy) NSString* name;
++ (void)resetSystemTimeZone;
+- (NSInteger)secondsFromGMTForDate:(NSDate*)date;
+@end
+
 @interface NSURL : NSObject
 @property(readonly, copy) NSString* path;
 + (instancetype)URLWithString:(NSString*)text;
 + (instancetype)fileURLWithPath:(NSString*)path;
 + (instancetype)fileURLWithPath:(NSString*)path isDirectory:(BOOL)directory;
+@end
+
+typedef enum NSSearchPathDirectory : NSUInteger {
+  NSApplicationSupportDirectory = 14
+} NSSearchPathDirectory;
+typedef NSUInteger NSSearchPathDomainMask;
+enum : NSSearchPathDomainMask { NSUserDomainMask = 1 };
+
+@interface NSFileManager : NSObject
+@property(class, readonly) NSFileManager* defaultManager;
+- (NSArray<NSURL*>*)URLsForDirectory:(NSSearchPathDirectory)directory
+                           inDomains:(NSSearchPathDomainMask)domains;
 @end
 
 @interface NSBundle : NSObject
@@ -119,6 +150,7 @@ typedef NSString* NSNotificationName;
 @end
 
 @interface NSNotificationCenter : NSObject
+@property(class, readonly) NSNotificationCenter* defaultCenter;
 - (id<NSObject>)addObserverForName:(NSNotificationName)name
                             object:(id)object
                              queue:(NSOperationQueue*)queue
@@ -153,6 +185,9 @@ typedef NSString* NSKeyValueChangeKey;
 @end
 
 extern "C" {
+Class NSClassFromString(NSString* name);
+extern NSNotificationName const NSCurrentLocaleDidChangeNotification;
+extern NSNotificationName const NSSystemTimeZoneDidChangeNotification;
 typedef void NSUncaughtExceptionHandler(NSException* exception);
 NSUncaughtExceptionHandler* NSGetUncaughtExceptionHandler(void);
 void NSSetUncaughtExceptionHandler(NSUncaughtExceptionHandler* handler);

@@ -9,3 +9,5 @@ typedef signed char BOOL;
 #define nil nullptr
 #define YES __objc_yes
 #define NO __objc_no
+
+extern "C" SEL sel_registerName(const char* name);

@@ -1,0 +1,43 @@
+# The application bundle.
+#
+#   velotap_bundle(TARGET SOURCES file... USES room...)
+set(VELOTAP_UPDATE_FEED "" CACHE STRING
+  "Where new versions are announced (an appcast); empty for a build without updates")
+set(VELOTAP_UPDATE_KEY "" CACHE STRING "Public EdDSA key that updates are signed with")
+set(VELOTAP_SPARKLE "" CACHE PATH "Sparkle.framework to bring along; empty for none")
+set(VELOTAP_COPYRIGHT "Velotap" CACHE STRING "Notice line of the bundle")
+
+set(VELOTAP_MACOS_PACKAGING ${CMAKE_CURRENT_LIST_DIR})
+set(VELOTAP_LANGUAGES en bg de es fr)
+
+function(velotap_bundle target)
+  cmake_parse_arguments(BUNDLE "" "" "SOURCES;USES" ${ARGN})
+  list(TRANSFORM BUNDLE_USES PREPEND velotap_ OUTPUT_VARIABLE links)
+  set(icon ${CMAKE_CURRENT_BINARY_DIR}/Velotap.icns)
+  find_package(Python3 REQUIRED COMPONENTS Interpreter)
+  add_custom_command(OUTPUT ${icon}
+    COMMAND ${Python3_EXECUTABLE} -B ${VELOTAP_MACOS_PACKAGING}/make_icon.py ${icon}
+    DEPENDS ${VELOTAP_MACOS_PACKAGING}/make_icon.py VERBATIM)
+  add_executable(${target} MACOSX_BUNDLE ${BUNDLE_SOURCES} ${icon})
+  target_link_libraries(${target} PRIVATE ${links} velotap_flags)
+  set_source_files_properties(${icon} PROPERTIES MACOSX_PACKAGE_LOCATION Resources)
+  foreach(language IN LISTS VELOTAP_LANGUAGES)
+    set(strings ${CMAKE_SOURCE_DIR}/resources/${language}.lproj/Localizable.strings)
+    target_sources(${target} PRIVATE ${strings})
+    set_source_files_properties(${strings} PROPERTIES
+      MACOSX_PACKAGE_LOCATION Resources/${language}.lproj)
+  endforeach()
+  set_property(SOURCE ${BUNDLE_SOURCES} APPEND PROPERTY COMPILE_OPTIONS
+    $<$<COMPILE_LANGUAGE:OBJCXX>:-fobjc-arc>)
+  set_target_properties(${target} PROPERTIES
+    RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}
+    MACOSX_BUNDLE_INFO_PLIST ${VELOTAP_MACOS_PACKAGING}/Info.plist.in
+    INSTALL_RPATH "@executable_path/../Frameworks"
+    BUILD_WITH_INSTALL_RPATH ON)
+  if(VELOTAP_SPARKLE)
+    add_custom_command(TARGET ${target} POST_BUILD
+      COMMAND ${CMAKE_COMMAND} -E copy_directory ${VELOTAP_SPARKLE}
+        $<TARGET_BUNDLE_CONTENT_DIR:${target}>/Frameworks/Sparkle.framework VERBATIM)
+  endif()
+  install(TARGETS ${target} BUNDLE DESTINATION .)
+endfunction()

@@ -1,0 +1,56 @@
+#include "adapters/macos/cocoa/cocoa_folders.hpp"
+#include "adapters/macos/desktop/mac_desktop.hpp"
+#include "adapters/macos/shell/mac_regional_settings.hpp"
+
+namespace velotap {
+
+MacDesktop::MacDesktop(bool debug, std::vector<std::string> settingKeys)
+    : log_(debug),
+      clock_(MachTimeApi::system()),
+      queue_(DispatchApi::system()),
+      libraries_(DynamicLinkerApi::system()),
+      cocoaWorkspace_(CocoaWorkspace::system()),
+      preferencesChanges_(PreferencesChanges::system()),
+      alertPanel_(CocoaAlertPanel::system()),
+      loginService_(CocoaLoginService::system()),
+      updater_(CocoaUpdater::system()),
+      announcer_(CocoaAnnouncer::system()),
+      regionalSettings_(makeMacRegionalSettings()),
+      events_(CoreFoundationApi::system(), QuartzApi::system(), ObjectiveCApi::system()),
+      taps_(CoreFoundationApi::system(), QuartzApi::system()),
+      preferences_(CoreFoundationApi::system(), *preferencesChanges_, queue_,
+                   std::move(settingKeys)),
+      systemPreferences_(CoreFoundationApi::system()),
+      workspace_(*cocoaWorkspace_, ObjectiveCApi::system()),
+      keyboardLayout_(CoreFoundationApi::system(), TextInputApi::system()),
+      notices_(CoreFoundationApi::system(), IoKitApi::system(), QuartzApi::system(),
+               *cocoaWorkspace_),
+      trust_(CoreFoundationApi::system(), AccessibilityApi::system()),
+      alerts_(*alertPanel_, *cocoaWorkspace_),
+      trustPrompt_(trust_, *cocoaWorkspace_),
+      loginItem_(*loginService_),
+      updates_(*updater_),
+      announcements_(*announcer_),
+      urls_(*cocoaWorkspace_),
+      platform_{.clock = clock_,
+                .mainQueue = queue_,
+                .libraries = libraries_,
+                .events = events_,
+                .taps = taps_,
+                .preferences = preferences_,
+                .systemPreferences = systemPreferences_,
+                .workspace = workspace_,
+                .keyboardLayout = keyboardLayout_,
+                .notices = notices_,
+                .trust = trust_,
+                .alerts = alerts_,
+                .notifications = notifications_,
+                .log = log_},
+      shellPlatform_{.trustPrompt = trustPrompt_,
+                     .loginItem = loginItem_,
+                     .updates = updates_,
+                     .announcements = announcements_,
+                     .urls = urls_,
+                     .crashFolder = applicationSupportFolder() + "/Velotap/Crashes"} {}
+
+}  // namespace velotap

@@ -1,0 +1,24 @@
+#include "adapters/macos/menus/menu_builder.hpp"
+
+namespace velotap {
+namespace {
+
+class SystemMenuBar final : public NativeMenuBar {
+ public:
+  void show(const std::vector<NativeMenuItem>& menus) override {
+    NSApplication* application = NSApplication.sharedApplication;
+    NSMenu* bar = builtMenu("", menus);
+    application.mainMenu = bar;
+    if (bar.numberOfItems > 0) {
+      application.windowsMenu = [bar itemAtIndex:bar.numberOfItems - 1].submenu;
+    }
+  }
+};
+
+}  // namespace
+
+std::unique_ptr<NativeMenuBar> NativeMenuBar::system() {
+  return std::make_unique<SystemMenuBar>();
+}
+
+}  // namespace velotap

@@ -1,0 +1,18 @@
+// Addresses handed to whatever the shared workspace has for them. Main thread.
+#pragma once
+
+#include "adapters/macos/cocoa/cocoa_workspace.hpp"
+#include "platform/url_opener.hpp"
+
+namespace velotap {
+
+class MacUrlOpener final : public UrlOpener {
+ public:
+  explicit MacUrlOpener(CocoaWorkspace& workspace) : workspace_(workspace) {}
+  bool open(const std::string& url) override { return workspace_.openUrl(url); }
+
+ private:
+  CocoaWorkspace& workspace_;
+};
+
+}  // namespace velotap

@@ -1,0 +1,150 @@
+// The program on a Mac.
+
+#import <AppKit/AppKit.h>
+
+#include <iostream>
+#include <memory>
+
+#include "adapters/macos/core_foundation/core_foundation_api.hpp"
+#include "adapters/macos/desktop/mac_desktop.hpp"
+#include "adapters/macos/shell/uncaught_exceptions.hpp"
+#include "app/command_line.hpp"
+#include "app/diagnostics.hpp"
+#include "app/macos/mac_application.hpp"
+#include "app/macos/onboarding_alert.hpp"
+#include "config/app_identity.hpp"
+#include "config/config.hpp"
+#include "config/settings_table.hpp"
+#include "localization/system_regional_settings.hpp"
+#include "shell/exception_record.hpp"
+
+@interface VelotapApplicationDelegate : NSObject <NSApplicationDelegate>
+- (instancetype)initWithDelegate:(velotap::AppDelegate*)delegate
+                         desktop:(velotap::MacDesktop*)desktop;
+@end
+
+@implementation VelotapApplicationDelegate {
+  velotap::AppDelegate* _delegate;
+  velotap::MacDesktop* _desktop;
+}
+
+- (instancetype)initWithDelegate:(velotap::AppDelegate*)delegate
+                         desktop:(velotap::MacDesktop*)desktop {
+  self = [super init];
+  if (self != nil) {
+    _delegate = delegate;
+    _desktop = desktop;
+  }
+  return self;
+}
+
+- (void)applicationDidFinishLaunching:(NSNotification*)notification {
+  static_cast<void>(notification);
+  _delegate->applicationDidFinishLaunching();
+}
+
+- (void)applicationDidBecomeActive:(NSNotification*)notification {
+  static_cast<void>(notification);
+  _desktop->recheckPreferences();
+  _delegate->applicationDidBecomeActive();
+}
+
+- (BOOL)applicationShouldHandleReopen:(NSApplication*)sender hasVisibleWindows:(BOOL)flag {
+  static_cast<void>(sender);
+  static_cast<void>(flag);
+  return _delegate->applicationShouldHandleReopen() ? YES : NO;
+}
+
+- (void)applicationWillTerminate:(NSNotification*)notification {
+  static_cast<void>(notification);
+  _delegate->applicationWillTerminate();
+}
+
+@end
+
+namespace velotap {
+namespace {
+
+// Nobody else serves the run loop of a program without an application object, and the multitouch
+// library needs it served.
+int diagnose(DiagnosticsMode mode) {
+  const MachClock clock(MachTimeApi::system());
+  MacLibraryLoader libraries(DynamicLinkerApi::system());
+  MT multitouch(libraries);
+  return runDiagnostics(mode, {.multitouch = multitouch,
+                               .uptime = [&clock] { return clock.uptime(); },
+                               .runMainLoop =
+                                   [] {
+                                     const CoreFoundationApi& cf = CoreFoundationApi::system();
+                                     while (true) {  // until Ctrl-C ends the process
+                                       cf.CFRunLoopRunInMode(*cf.kCFRunLoopDefaultMode, 3600, 0);
+                                     }
+                                   }});
+}
+
+std::vector<std::string> settingKeys() {
+  std::vector<std::string> keys;
+  for (const SettingRow& row : settingsTable()) keys.emplace_back(row.key);
+  return keys;
+}
+
+void recordUncaughtExceptions(const std::string& logPath) {
+  installUncaughtExceptionHandler([logPath](const UncaughtException& exception) {
+    writeRecord(logPath, exceptionRecord(exception.name, exception.reason, exception.stack));
+  });
+}
+
+void activate() {
+  [NSApplication.sharedApplication activateIgnoringOtherApps:YES];
+}
+
+int runApplication() {
+  MacDesktop desktop(Config::debug(), settingKeys());
+  Platform::setCurrent(desktop.platform());
+  ShellPlatform::setCurrent(desktop.shellPlatform());
+  SystemRegionalSettings::setSystem(desktop.regionalSettings());
+  if (desktop.platform().workspace.ownBundleId().text() == AppIdentity::kCurrentDomain) {
+    AppIdentity::migratePreferences(desktop.platform().preferences);
+  }
+
+  NSApplication* application = NSApplication.sharedApplication;
+  // The bundle says so too; a program that is started outside of one has nobody else to say it.
+  [application setActivationPolicy:NSApplicationActivationPolicyAccessory];
+  const auto menuBar = NativeMenuBar::system();
+  const auto statusItem = NativeStatusItem::system();
+  std::unique_ptr<MacApplication> mac;
+  MacApplicationEffects effects;
+  effects.application = {.activate = &activate,
+                         .terminate = [application] { [application terminate:nil]; },
+                         .openSettings = [](SettingsPane) { activate(); }};
+  effects.refreshSettingsLabels = [] {};
+  effects.recordUncaughtExceptions = &recordUncaughtExceptions;
+  effects.onboarding.create = [&desktop, &mac](const std::string&, double) {
+    // Later: an alert runs a loop of its own, and the launch must not wait for it.
+    desktop.platform().mainQueue.async([&desktop, &mac] {
+      runOnboardingAlert(mac->onboarding(), desktop.platform().alerts);
+      mac->onboarding().windowWillClose();
+    });
+  };
+  mac = std::make_unique<MacApplication>(*menuBar, *statusItem, std::move(effects));
+  VelotapApplicationDelegate* delegate =
+      [[VelotapApplicationDelegate alloc] initWithDelegate:&mac->delegate() desktop:&desktop];
+  application.delegate = delegate;
+  [application run];
+  return 0;
+}
+
+}  // namespace
+}  // namespace velotap
+
+int main(int argc, char** argv) {
+  @autoreleasepool {
+    if (const auto mode = velotap::diagnosticsMode(argc, argv)) return velotap::diagnose(*mode);
+    const velotap::CommandLine line = velotap::parseCommandLine(argc, argv);
+    if (line.help || line.version) {
+      std::cout << (line.help ? velotap::helpText() : velotap::versionText());
+      return 0;
+    }
+    return velotap::runApplication();
+  }
+}
