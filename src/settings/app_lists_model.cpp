@@ -25,6 +25,7 @@ AppEntry AppListsModel::entry(const std::string& bundleID) const {
 
 std::vector<AppEntry> AppListsModel::entries(const std::vector<std::string>& ids) const {
   std::vector<AppEntry> result;
+  result.reserve(ids.size());
   for (const std::string& id : ids) result.push_back(entry(id));
   AppRuleFilter order;
   order.sort = config_.defaults().text(keys::kAppRuleSort).value_or(order.sort);

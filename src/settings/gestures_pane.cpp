@@ -74,7 +74,8 @@ std::optional<InactiveTriggerNote> inactiveNote(std::string_view key, bool on, T
   }
   if (!facts.accessibilityGranted) {
     return note("gesture.inactive.permission", NoteAction::openAccessibilitySettings,
-                "Open System Settings", texts);
+                facts.permissionIsSetUpHere ? "Accessibility Setup…" : "Open System Settings",
+                texts);
   }
   if (!facts.listenersRunning) {
     return note("gesture.inactive.listeners", NoteAction::startListeners, "Try Again", texts);

@@ -46,6 +46,7 @@ struct DesktopClicks {
 struct GestureFacts {
   bool enabled = true;  ///< the master switch
   bool accessibilityGranted = true;
+  bool permissionIsSetUpHere = false;  ///< by the program's own set-up, not on a system's page
   bool listenersRunning = true;
   bool mouseAvailable = true;  ///< this system can handle the kind at all
   bool trackpadAvailable = true;

@@ -184,6 +184,8 @@ TEST_F(GesturesPaneTest, SaysWhyATriggerCannotAct) {
   EXPECT_EQ(row("mouseTap3").note->action, NoteAction::openAccessibilitySettings);
   EXPECT_EQ(row("mouseTap3").note->actionTitle, "Open System Settings");
   EXPECT_EQ(row("mouseTap3").note->symbol, "info.circle");
+  facts.permissionIsSetUpHere = true;
+  EXPECT_EQ(row("mouseTap3").note->actionTitle, "Accessibility Setup…");
   facts.enabled = false;
   EXPECT_EQ(row("mouseTap3").note->action, NoteAction::showGeneral);
   EXPECT_FALSE(row("mouseRotate").note) << "a trigger that is off needs no excuse";
