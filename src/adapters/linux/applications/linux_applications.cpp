@@ -64,6 +64,7 @@ std::vector<RunningInstance> LinuxApplications::running() {
     if (application != nullptr) found.insert(application);
   }
   std::vector<RunningInstance> result;
+  result.reserve(found.size());
   for (const InstalledApplication* each : found) {
     result.push_back({.bundleId = each->id, .name = each->name, .regular = each->inMenus});
   }
