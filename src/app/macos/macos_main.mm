@@ -5,12 +5,11 @@
 #include <iostream>
 #include <memory>
 
-#include "adapters/macos/core_foundation/core_foundation_api.hpp"
 #include "adapters/macos/desktop/mac_desktop.hpp"
 #include "adapters/macos/shell/uncaught_exceptions.hpp"
 #include "app/command_line.hpp"
-#include "app/diagnostics.hpp"
 #include "app/macos/mac_application.hpp"
+#include "app/macos/mac_diagnostics.hpp"
 #include "app/macos/onboarding_alert.hpp"
 #include "config/app_identity.hpp"
 #include "config/config.hpp"
@@ -64,23 +63,6 @@
 
 namespace velotap {
 namespace {
-
-// Nobody else serves the run loop of a program without an application object, and the multitouch
-// library needs it served.
-int diagnose(DiagnosticsMode mode) {
-  const MachClock clock(MachTimeApi::system());
-  MacLibraryLoader libraries(DynamicLinkerApi::system());
-  MT multitouch(libraries);
-  return runDiagnostics(mode, {.multitouch = multitouch,
-                               .uptime = [&clock] { return clock.uptime(); },
-                               .runMainLoop =
-                                   [] {
-                                     const CoreFoundationApi& cf = CoreFoundationApi::system();
-                                     while (true) {  // until Ctrl-C ends the process
-                                       cf.CFRunLoopRunInMode(*cf.kCFRunLoopDefaultMode, 3600, 0);
-                                     }
-                                   }});
-}
 
 std::vector<std::string> settingKeys() {
   std::vector<std::string> keys;
@@ -139,7 +121,8 @@ int runApplication() {
 
 int main(int argc, char** argv) {
   @autoreleasepool {
-    if (const auto mode = velotap::diagnosticsMode(argc, argv)) return velotap::diagnose(*mode);
+    if (const auto mode = velotap::diagnosticsMode(argc, argv))
+      return velotap::runMacDiagnostics(*mode);
     const velotap::CommandLine line = velotap::parseCommandLine(argc, argv);
     if (line.help || line.version) {
       std::cout << (line.help ? velotap::helpText() : velotap::versionText());

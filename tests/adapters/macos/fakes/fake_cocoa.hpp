@@ -41,7 +41,7 @@ class FakeWorkspace final : public CocoaWorkspace {
     opened.push_back(url);
     return opens;
   }
-  void reveal(const std::string& path) override { revealed.push_back(path); }
+  void reveal(const std::string& file) override { revealed.push_back(file); }
 
   void tell(WorkspaceNotice notice, const Told& application = std::nullopt) {
     observers_[notice].notify(application);
