@@ -7,15 +7,19 @@
 #include <iostream>
 
 #include "adapters/linux/desktop/linux_desktop.hpp"
+#include "adapters/linux/desktop/linux_shell.hpp"
+#include "adapters/linux/desktop/passive_adapters.hpp"
 #include "adapters/linux/runtime/descriptor.hpp"
 #include "adapters/linux/runtime/posix_clock.hpp"
 #include "adapters/linux/runtime/posix_main_queue.hpp"
+#include "adapters/linux/services/single_instance.hpp"
+#include "app/application.hpp"
 #include "app/command_line.hpp"
 #include "app/diagnostics.hpp"
 #include "config/app_identity.hpp"
 #include "control/controller.hpp"
-#include "input/device_watcher.hpp"
-#include "output/shortcut_key_codes.hpp"
+#include "localization/localization.hpp"
+#include "platform/shell_platform.hpp"
 
 namespace velotap {
 namespace {
@@ -44,38 +48,81 @@ int diagnose(DiagnosticsMode mode) {
                                    }});
 }
 
+void tell(const std::string& message) {
+  std::cerr << "velotap: " << message << std::endl;
+}
+
 void tellWhatIsMissing() {
   const AccessProblems problems = findAccessProblems();
-  if (!problems.none()) std::cerr << "velotap: " << problems.text() << std::endl;
+  if (!problems.none()) tell(problems.text());
+}
+
+std::string english(std::string_view key) {
+  static const std::vector<std::string> kLanguage{"en"};
+  return Localization::shared().bundle(kLanguage).localizedString(key);
+}
+
+// A program without a window asks nobody: the report waits for one that has.
+int keepCrashReport(const AlertRequest& request) {
+  tell(request.message + " (" + ShellPlatform::current().crashFolder + ")");
+  return static_cast<int>(request.buttons.size()) - 1;
+}
+
+Application::Surroundings backgroundSurroundings(PosixMainQueue& queue) {
+  return {
+      .effects = {.activate = [] {},
+                  .terminate = [&queue] { queue.stop(); },
+                  .openSettings = [](SettingsPane) { tell("already running, without a window"); }},
+      .localize = &english,
+      .observeRegionalSettings = [](const std::function<void()>&) { return Observation(); },
+      .variant = "linux",
+      .version = VELOTAP_VERSION,
+      .explainsPermission = false,
+      .offerCrashReport = &keepCrashReport};
 }
 
 int runInBackground() {
   // Whoever read the diagnostic lines may go; that is no reason to stop working.
   std::signal(SIGPIPE, SIG_IGN);
   const Descriptor interrupts = takeInterrupts();
+  const SessionEnvironment session = SessionEnvironment::ofThisProcess();
+  auto instance = SingleInstance::claim(session.runtimeFolder);
+  if (!instance) {
+    tell(SingleInstance::reopenOther(session.busAddress) ? "already running; it was told"
+                                                         : "already running");
+    return 0;
+  }
   PosixClock clock;
   PosixMainQueue queue(clock);
   PrintedAlerts alerts;
-  LinuxDesktop desktop({.clock = clock, .queue = queue, .loop = queue, .alerts = alerts},
-                       Config::debug());
+  const LinuxHost host{.clock = clock, .queue = queue, .loop = queue, .alerts = alerts};
+  LinuxDesktop desktop(host, Config::debug());
   Platform& platform = desktop.platform();
   AppIdentity::migratePreferences(platform.preferences);
   Platform::setCurrent(platform);
   if (!MT::shared().isAvailable()) {
-    std::cerr << "velotap: the multitouch library " << platform.libraries.multitouchLibraryPath()
-              << " is unavailable" << std::endl;
+    tell(std::string("the multitouch library ") + platform.libraries.multitouchLibraryPath() +
+         " is unavailable");
     return 1;
   }
-  ShortcutKeyCodes::shared().start();
-  AppTracker::shared().start();
-  DeviceWatcher watcher(platform.clock, platform.mainQueue, platform.notices, platform.log);
-  watcher.start([] { Controller::shared().stop(); }, [] { Controller::shared().restart(); });
+  SilentAnnouncements announcements;
+  NoUpdates updates;
+  LinuxShell shell(host, desktop, announcements, updates);
+  ShellPlatform::setCurrent(shell.platform());
+  Application application(backgroundSurroundings(queue));
+  instance->serve(queue, queue, session.busAddress, [&application] {
+    static_cast<void>(application.delegate().applicationShouldHandleReopen());
+  });
   tellWhatIsMissing();
-  Controller::shared().start();
+  application.delegate().applicationDidFinishLaunching();
   const Observation interrupted =
       queue.watch(interrupts.get(), DescriptorLoop::Interest::readable, [&queue] { queue.stop(); });
+  // Nobody brings a program without a window to the front to make it try again.
+  const Observation switched = Config::shared().defaults().observeChanges([] {
+    if (Config::shared().enabled()) Controller::shared().start();
+  });
   queue.run();
-  Controller::shared().stop();
+  application.delegate().applicationWillTerminate();
   return 0;
 }
 

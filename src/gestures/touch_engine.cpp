@@ -168,9 +168,8 @@ void TouchEngine::prepareGestures() {
 
 void TouchEngine::pinchStep(MTDevice device, const Fingers& fingers, bool ready,
                             const std::optional<AppTracker::GestureContext>& context) {
-  const bool wanted = wantsPinches();
-  // Switched on since the start: with the next touch, not with the next pinch.
-  if (wanted) prepareGestures();
+  const Config& config = services_.config;
+  const bool wanted = config.isOn(Trigger::mousePinchZoom) || config.isOn(Trigger::mouseRotate);
   if (wanted && ready && context && !context->isPractice) {
     services_.pinch.process(device, fingers, {context->bundleID, context->usesKeystrokeZoom});
   } else {

@@ -69,6 +69,8 @@ void TouchEngine::updateTapSession(DeviceState& state, const Fingers& fingers, A
     state.tapMotion.reset();
     state.swipe.reset();
     state.sessionConsumedByClick = false;
+    // Pinching may have been switched on since the start.
+    if (isMouse && wantsPinches()) prepareGestures();
   }
   state.tapMotion.update(fingers);
   state.maxFingers = std::max(state.maxFingers, static_cast<int>(fingers.size()));

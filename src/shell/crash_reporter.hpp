@@ -46,9 +46,6 @@ class CrashReporter {
 
   explicit CrashReporter(Surroundings surroundings);
 
-  /// The reporter of this process, over the current platforms.
-  [[nodiscard]] static CrashReporter& shared();
-
   /// Makes the folder (for the user alone) and this run's log, and installs the handlers.
   void install();
   /// Tidies the folder, and offers one report if there is one.

@@ -34,5 +34,25 @@ TEST(PracticeTarget, MayBeTakenAway) {
   EXPECT_FALSE(target.contains({15, 25}));
 }
 
+TEST(PracticeTarget, BelongsToTheSurfaceThatPublishedLast) {
+  PracticeTarget target;
+  target.update(1, Rect{10, 20, 30, 40});
+  target.update(2, Rect{100, 200, 30, 40});
+  target.update(1, std::nullopt);
+  EXPECT_TRUE(target.contains({105, 205})) << "a surface that stops takes nothing from the owner";
+  EXPECT_FALSE(target.contains({15, 25}));
+  target.update(2, std::nullopt);
+  EXPECT_FALSE(target.contains({105, 205}));
+}
+
+TEST(PracticeTarget, IsTakenOverByASurfaceThatPublishesAgain) {
+  PracticeTarget target;
+  target.update(1, Rect{10, 20, 30, 40});
+  target.update(2, Rect{100, 200, 30, 40});
+  target.update(1, Rect{10, 20, 30, 40});
+  target.update(2, std::nullopt);
+  EXPECT_TRUE(target.contains({15, 25}));
+}
+
 }  // namespace
 }  // namespace velotap

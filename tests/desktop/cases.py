@@ -217,6 +217,7 @@ class KwinScriptCases:
         expect_source(watch, "kdeScript")
         desktop.window("three")
         front_of(watch, "three")
+        check(log_lines(watch) == before + 2, "one line about the loss and one about the recovery")
 
     def unloads_its_script(self, workshop):
         desktop = KwinScript(workshop)
@@ -246,6 +247,20 @@ class GnomeCases:
 
     def nothing_in_front(self, workshop):
         nothing_in_front(Gnome(workshop))
+
+    def bus_dies(self, workshop):
+        desktop = Gnome(workshop)
+        watch, _, _ = started(desktop)
+        before = log_lines(watch)
+        desktop.bus.kill()
+        expect_loss(watch, before)
+        check(watch.running(), "front_watch ended with the bus")
+        desktop.kill_server()
+        desktop.start()
+        expect_source(watch, "gnomeExtension")
+        desktop.window("three")
+        front_of(watch, "three")
+        check(log_lines(watch) == before + 2, "one line about the loss and one about the recovery")
 
     def extension_comes_and_goes(self, workshop):
         desktop = Gnome(workshop)

@@ -176,8 +176,8 @@ void SessionBus::call(const Method& method, const std::vector<std::string>& argu
 
 void SessionBus::send(sd_bus_message* message, Handler reply) {
   Slot& slot = newSlot(std::move(reply));
-  if (message != nullptr && library_->sd_bus_call_async(bus_, &slot.slot, message,
-                                                        &Handlers::reply, &slot, 0) >= 0) {
+  if (message != nullptr &&
+      library_->sd_bus_call_async(bus_, &slot.slot, message, &Handlers::reply, &slot, 0) >= 0) {
     return arrange();
   }
   const Handler handler = std::move(slot.handler);

@@ -14,10 +14,11 @@
 #include "adapters/linux/desktop/passive_adapters.hpp"
 #include "adapters/linux/desktop_settings/linux_system_preferences.hpp"
 #include "adapters/linux/devices/device_access.hpp"
-#include "adapters/linux/devices/udev_devices.hpp"
 #include "adapters/linux/gesture/gesture_touchpad.hpp"
 #include "adapters/linux/gesture/uinput_touchpad.hpp"
 #include "adapters/linux/keyboard/xkb_keyboard_layout.hpp"
+#include "adapters/linux/notices/linux_notices.hpp"
+#include "adapters/linux/notices/session_activity.hpp"
 #include "adapters/linux/output/paced_output.hpp"
 #include "adapters/linux/output/pointer_locator.hpp"
 #include "adapters/linux/output/uinput_event_stream.hpp"
@@ -25,6 +26,7 @@
 #include "adapters/linux/preferences/file_preferences_storage.hpp"
 #include "adapters/linux/runtime/dl_library_loader.hpp"
 #include "adapters/linux/runtime/standard_log.hpp"
+#include "adapters/linux/services/seat_trust.hpp"
 #include "adapters/linux/workspace/linux_workspace.hpp"
 #include "platform/platform.hpp"
 
@@ -44,6 +46,7 @@ class LinuxDesktop {
   LinuxDesktop(const LinuxHost& host, bool debug);
 
   [[nodiscard]] Platform& platform() noexcept { return platform_; }
+  [[nodiscard]] SessionActivity& sessionActivity() noexcept { return activity_; }
   [[nodiscard]] LinuxWorkspace& workspace() noexcept { return workspace_; }
 
  private:
@@ -53,8 +56,10 @@ class LinuxDesktop {
   LinuxSystemPreferences systemPreferences_;
   XkbKeyboardLayout keyboardLayout_;
   LinuxWorkspace workspace_;
-  UdevNotices notices_;
+  LinuxNotices notices_;
+  SessionActivity activity_;
   DeviceAccess access_;
+  SeatTrust trust_;
   PassiveEventTaps taps_;
   NotificationCenter notifications_;
   UinputPointer pointer_;

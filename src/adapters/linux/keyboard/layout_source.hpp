@@ -1,7 +1,7 @@
 // One way of learning which layout the keyboard has.
 //
 // Main thread. A source connects to whoever knows, without waiting, and follows changes until it
-// is destroyed. What it knew last stays when its server goes away.
+// is destroyed. What it knew last stays while its server is away.
 #pragma once
 
 #include <functional>

@@ -1,8 +1,8 @@
 // Tells whenever the displays may have changed: one was connected, switched, moved, turned or taken
 // away.
 //
-// Main thread. Ends with the object. A server that is not there, or goes away, is simply silent: what
-// would come back with it is a new session.
+// Main thread. Ends with the object. A server that is not there, or goes away, is simply silent:
+// what would come back with it is a new session.
 #pragma once
 
 #include <functional>

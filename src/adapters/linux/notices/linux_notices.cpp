@@ -26,8 +26,7 @@ Observation LinuxNotices::watchSleep(std::function<void()> willSleep,
 Observation LinuxNotices::watchDisplays(std::function<void()> reconfigured) {
   Observation observation = displayChanges_.add(std::move(reconfigured));
   if (displays_ == nullptr) {
-    displays_ =
-        velotap::watchDisplays(loop_, session_, [this] { displayChanges_.notify(); });
+    displays_ = velotap::watchDisplays(loop_, session_, [this] { displayChanges_.notify(); });
   }
   return observation;
 }

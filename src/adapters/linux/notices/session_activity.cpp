@@ -1,72 +1,36 @@
 #include "adapters/linux/notices/session_activity.hpp"
 
-#include <dlfcn.h>
-#include <systemd/sd-login.h>
 #include <unistd.h>
 
 #include <cstdlib>
-#include <optional>
 #include <utility>
+
+#include "adapters/linux/notices/login_functions.hpp"
 
 namespace velotap {
 
-// Loaded when it is needed, as the library of the bus is: it is the same one.
-struct SessionActivity::Library {
-  decltype(&::sd_pid_get_session) pidSession = nullptr;
-  decltype(&::sd_uid_get_display) displaySession = nullptr;
-  decltype(&::sd_session_is_active) isActive = nullptr;
-  decltype(&::sd_login_monitor_new) newMonitor = nullptr;
-  decltype(&::sd_login_monitor_unref) endMonitor = nullptr;
-  decltype(&::sd_login_monitor_get_fd) descriptorOf = nullptr;
-  decltype(&::sd_login_monitor_flush) flush = nullptr;
-
-  template <typename Function>
-  static bool find(void* library, const char* name, Function& function) {
-    function = reinterpret_cast<Function>(dlsym(library, name));
-    return function != nullptr;
-  }
-
-  static std::optional<Library> loadAny() {
-    for (const char* file : {"libsystemd.so.0", "libelogind.so.0"}) {
-      // Never closed: what it allocated may be freed as late as the process ends.
-      void* const opened = dlopen(file, RTLD_NOW | RTLD_LOCAL);
-      if (opened == nullptr) continue;
-      Library found;
-      const bool whole = find(opened, "sd_pid_get_session", found.pidSession) &&
-                         find(opened, "sd_uid_get_display", found.displaySession) &&
-                         find(opened, "sd_session_is_active", found.isActive) &&
-                         find(opened, "sd_login_monitor_new", found.newMonitor) &&
-                         find(opened, "sd_login_monitor_unref", found.endMonitor) &&
-                         find(opened, "sd_login_monitor_get_fd", found.descriptorOf) &&
-                         find(opened, "sd_login_monitor_flush", found.flush);
-      if (whole) return found;
-    }
-    return std::nullopt;
-  }
-
-  static const Library* load() {
-    static const std::optional<Library> library = loadAny();
-    return library ? &*library : nullptr;
-  }
-};
-
 struct SessionActivity::Monitor {
-  Monitor(const Library& owner, sd_login_monitor* opened) : library(owner), handle(opened) {}
-  ~Monitor() { library.endMonitor(handle); }
+  Monitor(const LoginFunctions& owner, sd_login_monitor* opened)
+      : functions(owner), handle(opened) {}
+  ~Monitor() { functions.endMonitor(handle); }
   Monitor(const Monitor&) = delete;
   Monitor& operator=(const Monitor&) = delete;
 
-  const Library& library;
+  const LoginFunctions& functions;
   sd_login_monitor* handle;
 };
 
-SessionActivity::SessionActivity(DescriptorLoop& loop) : library_(Library::load()) {
-  if (library_ == nullptr) return;
+SessionActivity::SessionActivity(DescriptorLoop& loop)
+    : SessionActivity(loop, LoginFunctions::load()) {}
+
+SessionActivity::SessionActivity(DescriptorLoop& loop, const LoginFunctions* functions)
+    : functions_(functions) {
+  if (functions_ == nullptr) return;
   sd_login_monitor* handle = nullptr;
-  if (library_->newMonitor("session", &handle) < 0) return;
-  monitor_ = std::make_unique<Monitor>(*library_, handle);
-  ready_ = loop.watch(library_->descriptorOf(handle), DescriptorLoop::Interest::readable, [this] {
-    library_->flush(monitor_->handle);
+  if (functions_->newMonitor("session", &handle) < 0) return;
+  monitor_ = std::make_unique<Monitor>(*functions_, handle);
+  ready_ = loop.watch(functions_->descriptorOf(handle), DescriptorLoop::Interest::readable, [this] {
+    functions_->flush(monitor_->handle);
     changes_.notify();
   });
 }
@@ -79,7 +43,7 @@ SessionActivity::~SessionActivity() {
 // display stands for it.
 std::string SessionActivity::session() const {
   char* name = nullptr;
-  if (library_->pidSession(0, &name) < 0 && library_->displaySession(::getuid(), &name) < 0) {
+  if (functions_->pidSession(0, &name) < 0 && functions_->displaySession(::getuid(), &name) < 0) {
     return {};
   }
   const std::string text = name;
@@ -88,10 +52,10 @@ std::string SessionActivity::session() const {
 }
 
 bool SessionActivity::active() const {
-  if (library_ == nullptr) return true;
+  if (functions_ == nullptr) return true;
   const std::string name = session();
   // Zero is no; an error means that nobody knows.
-  return name.empty() || library_->isActive(name.c_str()) != 0;
+  return name.empty() || functions_->isActive(name.c_str()) != 0;
 }
 
 Observation SessionActivity::observe(std::function<void()> mayHaveChanged) {

@@ -29,13 +29,12 @@ SleepNotices::SleepNotices(DescriptorLoop& loop, MainQueue& queue,
 void SleepNotices::follow(const std::string& owner) {
   signals_.reset();
   if (owner.empty()) return;
-  signals_ =
-      bus_.onSignal({owner.c_str(), kManagerObject, kManagerInterface, "PrepareForSleep"},
-                    [this](BusMessage message) {
-                      const auto begins = message.boolean();
-                      if (!begins) return;  // not what a login manager says
-                      (*begins ? sleeps_ : wakes_).notify();
-                    });
+  signals_ = bus_.onSignal({owner.c_str(), kManagerObject, kManagerInterface, "PrepareForSleep"},
+                           [this](BusMessage message) {
+                             const auto begins = message.boolean();
+                             if (!begins) return;  // not what a login manager says
+                             (*begins ? sleeps_ : wakes_).notify();
+                           });
 }
 
 Observation SleepNotices::observe(std::function<void()> willSleep, std::function<void()> didWake) {

@@ -19,8 +19,7 @@ class SleepNotices {
   /// Begins to listen at once.
   SleepNotices(DescriptorLoop& loop, MainQueue& queue, const std::string& systemBusAddress);
 
-  [[nodiscard]] Observation observe(std::function<void()> willSleep,
-                                    std::function<void()> didWake);
+  [[nodiscard]] Observation observe(std::function<void()> willSleep, std::function<void()> didWake);
 
   /// Where the system bus is: what the environment says, else the usual place.
   [[nodiscard]] static std::string systemBusAddress(

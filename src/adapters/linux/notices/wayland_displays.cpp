@@ -19,14 +19,13 @@ class WaylandDisplays final : public DisplayWatch {
   WaylandDisplays(DescriptorLoop& loop, const std::string& socket,
                   std::function<void()> reconfigured)
       : reconfigured_(std::move(reconfigured)),
-        connection_(loop, {.global = [this](wl_registry* registry, std::uint32_t name,
-                                            const char* interface,
-                                            std::uint32_t version) {
-                             add(registry, name, interface, version);
-                           },
-                           .synced = [this] { synced(); },
-                           .lost = [](const std::string&) {},
-                           .removed = [this](std::uint32_t name) { remove(name); }}) {
+        connection_(
+            loop,
+            {.global = [this](wl_registry* registry, std::uint32_t name, const char* interface,
+                              std::uint32_t version) { add(registry, name, interface, version); },
+             .synced = [this] { synced(); },
+             .lost = [](const std::string&) {},
+             .removed = [this](std::uint32_t name) { remove(name); }}) {
     static_cast<void>(connection_.open(socket));
   }
   ~WaylandDisplays() override {
@@ -75,8 +74,11 @@ class WaylandDisplays final : public DisplayWatch {
         state_ = State::describing;
         connection_.sync();
         return;
-      case State::describing: state_ = State::watching; return;
-      case State::watching: return;
+      case State::describing:
+        state_ = State::watching;
+        return;
+      case State::watching:
+        return;
     }
   }
 

@@ -157,9 +157,14 @@ bool FilePreferencesStorage::setAside(const Domain& entry, const std::string& wh
     struct stat info {};
     if (::lstat(aside.c_str(), &info) == 0) continue;
     if (calls_.rename(entry.path.c_str(), aside.c_str()) != 0) break;
-    report_(what + "; it was set aside as " + aside + ", and the " +
-            (entry.known.empty() ? "factory settings are" : "settings from before stay") +
-            " in force");
+    const char* inForce =
+        entry.known.empty() ? "factory settings are" : "settings from before stay";
+    report_(std::string(what)
+                .append("; it was set aside as ")
+                .append(aside)
+                .append(", and the ")
+                .append(inForce)
+                .append(" in force"));
     return true;
   }
   report_(what + " and cannot be set aside; nothing will be written over it");

@@ -24,8 +24,8 @@ AccessWatch::AccessWatch(DescriptorLoop& loop, MainQueue& queue, std::string dev
   if (!inotify_.ok()) return;
   outer_ = ::inotify_add_watch(inotify_.get(), devices_.c_str(), kEvents);
   watchInputFolder();
-  readable_ = loop.watch(inotify_.get(), DescriptorLoop::Interest::readable,
-                         [this] { readEvents(); });
+  readable_ =
+      loop.watch(inotify_.get(), DescriptorLoop::Interest::readable, [this] { readEvents(); });
   works_ = outer_ >= 0 && readable_.active();
 }
 

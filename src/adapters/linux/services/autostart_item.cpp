@@ -34,11 +34,20 @@ std::string unescaped(std::string_view value) {
       continue;
     }
     switch (value[++i]) {
-      case 's': text += ' '; break;
-      case 'n': text += '\n'; break;
-      case 't': text += '\t'; break;
-      case 'r': text += '\r'; break;
-      default: text += value[i];
+      case 's':
+        text += ' ';
+        break;
+      case 'n':
+        text += '\n';
+        break;
+      case 't':
+        text += '\t';
+        break;
+      case 'r':
+        text += '\r';
+        break;
+      default:
+        text += value[i];
     }
   }
   return text;
@@ -124,11 +133,14 @@ AutostartItem::AutostartItem(std::string folder, std::string program, UrlOpener&
 LoginItemStatus AutostartItem::status() {
   const FileContent content = readFile(file_, kLargestEntry);
   switch (content.state) {
-    case FileContent::State::absent: return LoginItemStatus::notRegistered;
+    case FileContent::State::absent:
+      return LoginItemStatus::notRegistered;
     case FileContent::State::unreadable:
     case FileContent::State::notAFile:
-    case FileContent::State::tooLarge: return LoginItemStatus::notFound;
-    case FileContent::State::present: break;
+    case FileContent::State::tooLarge:
+      return LoginItemStatus::notFound;
+    case FileContent::State::present:
+      break;
   }
   const AutostartEntry entry = parseAutostartEntry(content.text);
   // An entry that only says "hidden" is how some tools switch one off.

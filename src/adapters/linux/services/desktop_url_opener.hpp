@@ -1,7 +1,8 @@
-// Hands addresses to the desktop: web pages, letters to write, files to show, pages of its settings.
+// Hands addresses to the desktop: web pages, letters to write, files to show, pages of its
+// settings.
 //
-// Main thread. The desktop's opener is given a short while to say that it found no program; one that
-// takes longer has found one. What is no address that the program could mean is refused here.
+// Main thread. The desktop's opener is given a short while to say that it found no program; one
+// that takes longer has found one. What is no address that the program could mean is refused here.
 #pragma once
 
 #include <string>

@@ -39,8 +39,8 @@ bool PkexecPrompt::start() {
   command.push_back(places_.helper);
   prompt_ = ChildCommand::start(command);
   if (!prompt_) return false;
-  promptEnd_ = loop_.watch(prompt_->descriptor(), DescriptorLoop::Interest::readable,
-                           [this] { ended(); });
+  promptEnd_ =
+      loop_.watch(prompt_->descriptor(), DescriptorLoop::Interest::readable, [this] { ended(); });
   return true;
 }
 

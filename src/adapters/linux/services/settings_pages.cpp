@@ -36,10 +36,7 @@ const std::vector<DesktopPages>& allPages() {
        {{"mate-mouse-properties"}},
        {{"mate-mouse-properties"}},
        {{"mate-session-properties"}}},
-      {"LXQt",
-       {{"lxqt-config-input"}},
-       {{"lxqt-config-input"}},
-       {{"lxqt-config-session"}}},
+      {"LXQt", {{"lxqt-config-input"}}, {{"lxqt-config-input"}}, {{"lxqt-config-session"}}},
   };
   return kPages;
 }
@@ -69,10 +66,14 @@ std::vector<std::vector<std::string>> commandsFor(SettingsPage page,
   for (const DesktopPages& pages : allPages()) {
     if (!hasComponent(currentDesktop, pages.desktop)) continue;
     switch (page) {
-      case SettingsPage::none: return {};
-      case SettingsPage::trackpad: return pages.trackpad;
-      case SettingsPage::mouse: return pages.mouse;
-      case SettingsPage::loginItems: return pages.loginItems;
+      case SettingsPage::none:
+        return {};
+      case SettingsPage::trackpad:
+        return pages.trackpad;
+      case SettingsPage::mouse:
+        return pages.mouse;
+      case SettingsPage::loginItems:
+        return pages.loginItems;
     }
   }
   return {};

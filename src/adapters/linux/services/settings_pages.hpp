@@ -15,8 +15,8 @@ enum class SettingsPage { none, trackpad, mouse, loginItems };
 
 [[nodiscard]] SettingsPage settingsPageOf(std::string_view url);
 
-/// Commands that show the page on this desktop (XDG_CURRENT_DESKTOP), best first; the first one that
-/// is installed is the one to run.
+/// Commands that show the page on this desktop (XDG_CURRENT_DESKTOP), best first; the first one
+/// that is installed is the one to run.
 [[nodiscard]] std::vector<std::vector<std::string>> commandsFor(SettingsPage page,
                                                                 std::string_view currentDesktop);
 

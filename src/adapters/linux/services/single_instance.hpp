@@ -30,8 +30,8 @@ class SingleInstance {
   /// `kAnswerSeconds`. False when nobody answered. Serves a loop of its own.
   [[nodiscard]] static bool reopenOther(const std::string& sessionBusAddress);
 
-  /// From now on calls `reopen` whenever somebody starts the program again, or the desktop activates
-  /// it.
+  /// From now on calls `reopen` whenever somebody starts the program again, or the desktop
+  /// activates it.
   void serve(DescriptorLoop& loop, MainQueue& queue, const std::string& sessionBusAddress,
              std::function<void()> reopen);
 
