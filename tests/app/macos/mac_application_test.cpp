@@ -1,8 +1,6 @@
 // The whole application over the macOS adapters, from its launch to its end: what the system's
 // frameworks are asked for, and what is left in them. A program of its own, because the services
 // that it shares live until the process ends.
-#include "app/macos/mac_application.hpp"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -20,6 +18,8 @@
 #include "adapters/macos/shell/mac_url_opener.hpp"
 #include "adapters/macos/workspace/mac_workspace.hpp"
 #include "adapters/simulated/simulated_multitouch.hpp"
+#include "app/application.hpp"
+#include "app/macos/native_menus.hpp"
 #include "fakes/fake_cocoa.hpp"
 #include "fakes/fake_io_kit.hpp"
 #include "fakes/fake_quartz.hpp"
@@ -176,20 +176,34 @@ struct MacWorld {
     ASSERT_TRUE(
         multitouch.deliver("pad", contacts.data(), static_cast<std::int32_t>(contacts.size())));
   }
-  MacApplicationEffects effects() {
-    MacApplicationEffects effects;
-    effects.application = {
+  Application::Surroundings surroundings() {
+    Application::Surroundings surroundings;
+    surroundings.effects = {
         .activate = [] {}, .terminate = [] {}, .openSettings = [](SettingsPane) {}};
-    effects.onboarding.create = [this](const std::string&, double) { ++onboardings; };
-    effects.refreshSettingsLabels = [] {};
-    effects.recordUncaughtExceptions = [](const std::string& path) { EXPECT_NE(path, ""); };
-    return effects;
+    surroundings.localize = [](std::string_view key) {
+      return SystemRegionalSettings::shared().texts()(key);
+    };
+    surroundings.observeRegionalSettings = [](std::function<void()> changed) {
+      return SystemRegionalSettings::shared().observeRevision(std::move(changed));
+    };
+    surroundings.version = "1.2.3";
+    surroundings.showMainMenu = [this](const std::vector<MenuItem>& menus) {
+      menuBar.show(nativeMenu(menus));
+    };
+    return surroundings;
   }
 };
 
 TEST(MacApplicationTest, aRunFromTheLaunchToTheEnd) {
   static MacWorld world;
-  static MacApplication application(world.menuBar, world.statusItem, world.effects());
+  static Application application(world.surroundings());
+  application.trayMenu().setView(
+      nativeTrayView(world.statusItem, [](const std::optional<StatusItemClick>& click) {
+        application.trayMenu().statusItemClicked(click);
+      }));
+  Onboarding::View onboarding;
+  onboarding.create = [](const std::string&, double) { ++world.onboardings; };
+  application.onboarding().setView(std::move(onboarding));
   AppDelegate& delegate = application.delegate();
 
   delegate.applicationDidFinishLaunching();
@@ -229,7 +243,8 @@ TEST(MacApplicationTest, aRunFromTheLaunchToTheEnd) {
   world.statusItem.clicked(NativeClick{NativeClick::Kind::leftUp, false});
   EXPECT_EQ(world.statusItem.symbol, "computermouse");
   EXPECT_EQ(world.quartz.installed(kCGSessionEventTap), 0U);
-  EXPECT_EQ(world.announcer.said.size(), 1U);
+  ASSERT_EQ(world.announcer.said.size(), 2U);
+  EXPECT_EQ(world.announcer.said[0], "Permission granted 50");
   world.statusItem.clicked(NativeClick{NativeClick::Kind::leftUp, false});
   EXPECT_EQ(world.statusItem.symbol, "computermouse.fill");
   world.statusItem.clicked(NativeClick{NativeClick::Kind::leftUp, true});

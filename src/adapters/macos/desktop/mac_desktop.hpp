@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/applications.hpp"
 #include "platform/platform.hpp"
 #include "platform/regional_settings.hpp"
 #include "platform/shell_platform.hpp"
@@ -27,6 +28,7 @@ class MacDesktop {
   [[nodiscard]] Platform& platform() noexcept;
   [[nodiscard]] ShellPlatform& shellPlatform() noexcept;
   [[nodiscard]] RegionalSettings& regionalSettings() noexcept;
+  [[nodiscard]] Applications& applications() noexcept;
   /// To be called when the program comes to the front: settings that another program wrote and the
   /// system cannot tell of are noticed then.
   void recheckPreferences();

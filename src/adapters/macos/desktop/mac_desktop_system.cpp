@@ -20,6 +20,7 @@
 #include "adapters/macos/shell/mac_updates.hpp"
 #include "adapters/macos/shell/mac_url_opener.hpp"
 #include "adapters/macos/trust/mac_trust.hpp"
+#include "adapters/macos/workspace/mac_applications.hpp"
 #include "adapters/macos/workspace/mac_workspace.hpp"
 
 namespace velotap {
@@ -44,6 +45,7 @@ struct MacDesktop::Parts {
   CfPreferencesStorage preferences;
   CfSystemPreferences systemPreferences;
   MacWorkspace workspace;
+  MacApplications applications;
   TextInputLayout keyboardLayout;
   MacNotices notices;
   MacTrust trust;
@@ -75,6 +77,7 @@ MacDesktop::Parts::Parts(bool debug, std::vector<std::string> settingKeys)
       preferences(CoreFoundationApi::system(), *preferencesChanges, queue, std::move(settingKeys)),
       systemPreferences(CoreFoundationApi::system()),
       workspace(*cocoaWorkspace, ObjectiveCApi::system()),
+      applications(*cocoaWorkspace),
       keyboardLayout(CoreFoundationApi::system(), TextInputApi::system()),
       notices(CoreFoundationApi::system(), IoKitApi::system(), QuartzApi::system(),
               *cocoaWorkspace),
@@ -121,6 +124,10 @@ ShellPlatform& MacDesktop::shellPlatform() noexcept {
 
 RegionalSettings& MacDesktop::regionalSettings() noexcept {
   return *parts_->regionalSettings;
+}
+
+Applications& MacDesktop::applications() noexcept {
+  return parts_->applications;
 }
 
 void MacDesktop::recheckPreferences() {
