@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "adapters/macos/shell/native_dialogs.hpp"
 #include "platform/applications.hpp"
 #include "platform/platform.hpp"
 #include "platform/regional_settings.hpp"
@@ -29,6 +30,7 @@ class MacDesktop {
   [[nodiscard]] ShellPlatform& shellPlatform() noexcept;
   [[nodiscard]] RegionalSettings& regionalSettings() noexcept;
   [[nodiscard]] Applications& applications() noexcept;
+  [[nodiscard]] NativeDialogs& dialogs() noexcept;
   /// To be called when the program comes to the front: settings that another program wrote and the
   /// system cannot tell of are noticed then.
   void recheckPreferences();

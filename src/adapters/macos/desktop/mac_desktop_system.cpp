@@ -39,6 +39,7 @@ struct MacDesktop::Parts {
   std::unique_ptr<CocoaLoginService> loginService;
   std::unique_ptr<CocoaUpdater> updater;
   std::unique_ptr<CocoaAnnouncer> announcer;
+  std::unique_ptr<NativeDialogs> dialogs;
   std::unique_ptr<RegionalSettings> regionalSettings;
   QuartzEventStream events;
   QuartzEventTaps taps;
@@ -71,6 +72,7 @@ MacDesktop::Parts::Parts(bool debug, std::vector<std::string> settingKeys)
       loginService(CocoaLoginService::system()),
       updater(CocoaUpdater::system()),
       announcer(CocoaAnnouncer::system()),
+      dialogs(NativeDialogs::system()),
       regionalSettings(makeMacRegionalSettings()),
       events(CoreFoundationApi::system(), QuartzApi::system(), ObjectiveCApi::system()),
       taps(CoreFoundationApi::system(), QuartzApi::system()),
@@ -128,6 +130,10 @@ RegionalSettings& MacDesktop::regionalSettings() noexcept {
 
 Applications& MacDesktop::applications() noexcept {
   return parts_->applications;
+}
+
+NativeDialogs& MacDesktop::dialogs() noexcept {
+  return *parts_->dialogs;
 }
 
 void MacDesktop::recheckPreferences() {
