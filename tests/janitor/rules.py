@@ -48,6 +48,11 @@ UNFINISHED = re.compile(r"\b(?:TOD[O]|FIXM[E]|XX[X]|HAC[K])\b|DISABLE[D]_|GTEST_
 SLEEPING = re.compile(r"\bsleep_(?:for|until)\b|\bu?sleep\(|\bnanosleep\(|\btime\.sleep\(|qWait\("
                       r"|^[ \t]*sleep [0-9]", re.MULTILINE)
 
+# What asks the compiler for which system it compiles.
+PLATFORM_CONDITION = re.compile(
+    r"^[ \t]*#[ \t]*(?:el)?if.*\b(?:__APPLE__|__MACH__|__linux__|__unix__|_WIN32|__FreeBSD__"
+    r"|TARGET_OS_\w+|Q_OS_\w+)\b.*$", re.MULTILINE)
+
 MOST_LINES = 700
 
 
@@ -100,6 +105,11 @@ def unfinished(text):
 
 def sleeping(text):
     return found(SLEEPING, text, "a test that sleeps")
+
+
+def platform_conditions(text):
+    """Systems differ behind the ports, and in which files the build takes; nowhere else."""
+    return found(PLATFORM_CONDITION, text, "a system is asked for")
 
 
 def bad_header(text):
