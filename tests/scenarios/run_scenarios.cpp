@@ -54,8 +54,8 @@ std::vector<fs::path> filesWith(const fs::path& folder, std::string_view extensi
   return files;
 }
 
-// "swipe/fourth_finger" for .../swipe/fourth-finger.scenario: a '-' would begin the second half of a
-// test filter.
+// "swipe/fourth_finger" for .../swipe/fourth-finger.scenario: a '-' would begin the second half of
+// a test filter.
 std::string nameOf(const fs::path& file) {
   std::string name = file.parent_path().filename().string() + "/" + file.stem().string();
   std::replace(name.begin(), name.end(), '-', '_');

@@ -7,6 +7,7 @@
 
 #include <memory>
 
+#include "adapters/linux/clicks/linux_event_taps.hpp"
 #include "adapters/linux/desktop/passive_adapters.hpp"
 #include "adapters/linux/desktop_settings/linux_system_preferences.hpp"
 #include "adapters/linux/devices/device_access.hpp"
@@ -35,9 +36,12 @@ class LinuxDesktop {
 
   [[nodiscard]] Platform& platform() noexcept { return platform_; }
   [[nodiscard]] PosixMainQueue& mainQueue() noexcept { return queue_; }
+  [[nodiscard]] LinuxEventTaps& taps() noexcept { return taps_; }
   [[nodiscard]] LinuxWorkspace& workspace() noexcept { return workspace_; }
 
  private:
+  [[nodiscard]] LinuxEventTaps::Links tapLinks();
+
   PosixClock clock_;
   StandardLog log_;
   PosixMainQueue queue_;
@@ -48,7 +52,6 @@ class LinuxDesktop {
   LinuxWorkspace workspace_;
   UdevNotices notices_;
   DeviceAccess access_;
-  PassiveEventTaps taps_;
   PrintedAlerts alerts_;
   NotificationCenter notifications_;
   UinputPointer pointer_;
@@ -57,6 +60,8 @@ class LinuxDesktop {
   UinputTouchpad touchpad_;
   GestureTouchpad gestures_;
   UinputEventStream events_;
+  LinuxEventTaps taps_;
+  Observation touchpadChanges_;
   Observation layoutChanges_;
   Platform platform_;
 };
