@@ -262,7 +262,7 @@ void DeviceMirror::discardWaiting() {
 }
 
 // What lies on a touch mouse means nothing to the desktop, so only its buttons count.
-bool DeviceMirror::isIdle(const DeviceState& state) const {
+bool DeviceMirror::isIdle(const NodeState& state) const {
   const bool pressed = std::any_of(state.buttons.begin(), state.buttons.end(), isClickButton);
   return !pressed && (mouse_ || !state.touched());
 }
@@ -278,7 +278,7 @@ void DeviceMirror::serveEvents() {
 
 void DeviceMirror::catchUp() {
   discardWaiting();
-  const DeviceState state = hardware_->state();
+  const NodeState state = hardware_->state();
   stream_.setContacts(state.slots, state.currentSlot);
   if (!mouse_ && !hardware_->copyState()) mirrorLost_ = true;
   for (const int button : {BTN_LEFT, BTN_RIGHT, BTN_MIDDLE}) {

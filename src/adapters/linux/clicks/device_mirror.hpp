@@ -110,7 +110,7 @@ class DeviceMirror : public std::enable_shared_from_this<DeviceMirror> {
   void vanish();
   void recover();
   void discardWaiting();
-  [[nodiscard]] bool isIdle(const DeviceState& state) const;
+  [[nodiscard]] bool isIdle(const NodeState& state) const;
   void serveEvents();
   void catchUp();
   void takeButton(std::uint16_t code, bool down);

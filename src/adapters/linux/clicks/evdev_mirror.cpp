@@ -87,7 +87,7 @@ class EvdevMirror final : public MirrorHardware {
       if (errno != EINTR) return 0;
     }
   }
-  [[nodiscard]] DeviceState state() override;
+  [[nodiscard]] NodeState state() override;
   [[nodiscard]] int grab() override { return ::ioctl(node_.get(), EVIOCGRAB, 1) == 0 ? 0 : errno; }
   void ungrab() override { ::ioctl(node_.get(), EVIOCGRAB, nullptr); }
 
@@ -170,8 +170,8 @@ bool EvdevMirror::fetch(std::size_t axis, SlotValues& values) const {
   return true;
 }
 
-DeviceState EvdevMirror::state() {
-  DeviceState state;
+NodeState EvdevMirror::state() {
+  NodeState state;
   state.buttons = keysDown();
   input_absinfo slot{};
   if (::ioctl(node_.get(), EVIOCGABS(ABS_MT_SLOT), &slot) == 0) state.currentSlot = slot.value;

@@ -18,7 +18,7 @@
 namespace velotap {
 
 /// What is down on a device at one moment.
-struct DeviceState {
+struct NodeState {
   std::vector<std::uint16_t> buttons;
   std::vector<RawContact> slots;
   int currentSlot = 0;
@@ -56,7 +56,7 @@ class MirrorHardware {
   [[nodiscard]] virtual Wake wait(std::optional<double> seconds) = 0;
   /// What can be read without waiting; zero when nothing can.
   [[nodiscard]] virtual std::size_t read(std::span<input_event> events) = 0;
-  [[nodiscard]] virtual DeviceState state() = 0;
+  [[nodiscard]] virtual NodeState state() = 0;
   /// The system's error number or 0.
   [[nodiscard]] virtual int grab() = 0;
   virtual void ungrab() = 0;

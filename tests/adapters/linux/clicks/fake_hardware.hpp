@@ -100,9 +100,9 @@ class FakeHardware final : public MirrorHardware {
     }
     return n;
   }
-  [[nodiscard]] DeviceState state() override {
+  [[nodiscard]] NodeState state() override {
     const std::lock_guard guard(k_->lock);
-    DeviceState state;
+    NodeState state;
     state.buttons.assign(k_->buttons.begin(), k_->buttons.end());
     state.slots = k_->slots;
     return state;
