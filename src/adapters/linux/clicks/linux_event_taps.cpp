@@ -125,15 +125,33 @@ DeviceMirror::Want LinuxEventTaps::wantOf(const EvdevDevice& device) const {
 void LinuxEventTaps::mirrorChanged(const DeviceMirror& mirror) {
   const auto device = devices_.find(mirror.path());
   if (device == devices_.end() || device->second.mirror.get() != &mirror) return;
+  Device& known = device->second;
   const DeviceMirror::Status status = mirror.status();
-  const bool news = status.state == GrabState::refused && device->second.told != status.state;
-  // On the way to being refused again nothing new is told.
-  if (status.state == GrabState::refused || status.state == GrabState::grabbed ||
-      status.state == GrabState::resting) {
-    const bool stillTrying = status.state == GrabState::resting;
-    if (!stillTrying) device->second.told = status.state;
+  if (status.state == known.told) return;
+  const bool had = known.told == GrabState::grabbed || known.told == GrabState::leaving;
+  known.told = status.state;
+  switch (status.state) {
+    case GrabState::grabbed:
+      known.refusalTold = false;
+      links_.note(mirror.path() + " taken over");
+      break;
+    case GrabState::leaving:
+      links_.note(mirror.path() + " will be given back");
+      break;
+    case GrabState::refused:
+      // Asked for again and again it stays the same refusal.
+      if (!std::exchange(known.refusalTold, true)) links_.tell(refusal(mirror, status.error));
+      break;
+    case GrabState::resting:
+    case GrabState::gone:
+      if (had) links_.note(mirror.path() + " given back");
+      break;
+    case GrabState::appearing:
+    case GrabState::settling:
+    case GrabState::waiting:
+      if (had) links_.note(mirror.path() + " was lost");
+      break;
   }
-  if (news) links_.tell(refusal(mirror, status.error));
 }
 
 std::vector<LinuxEventTaps::DeviceStatus> LinuxEventTaps::status() const {

@@ -42,6 +42,8 @@ class LinuxEventTaps final : public EventTaps {
     std::function<void(bool down)> middle;
     /// Something a person should know.
     std::function<void(const std::string&)> tell;
+    /// Something for whoever looks for an error.
+    std::function<void(const std::string&)> note;
   };
 
   explicit LinuxEventTaps(Links links);
@@ -70,6 +72,7 @@ class LinuxEventTaps final : public EventTaps {
     std::shared_ptr<DeviceMirror> mirror;  // null when it may not be mirrored
     std::unique_ptr<ClickObserver> observer;
     GrabState told = GrabState::resting;
+    bool refusalTold = false;
   };
 
   void reconcileSoon();

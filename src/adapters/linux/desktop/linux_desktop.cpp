@@ -104,7 +104,11 @@ LinuxEventTaps::Links LinuxDesktop::tapLinks() {
           [this](bool down) {
             output_.postMiddle(down ? ClickPacer::Change::press : ClickPacer::Change::release);
           },
-      .tell = &tell};
+      .tell = &tell,
+      .note =
+          [this](const std::string& text) {
+            if (log_.enabled()) log_.line(text);
+          }};
 }
 
 }  // namespace velotap

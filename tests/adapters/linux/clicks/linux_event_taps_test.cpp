@@ -41,7 +41,8 @@ class LinuxEventTapsTest : public testing::Test {
             },
         .desktopAnswers = [this](const EvdevDevice&) { return desktopAnswers; },
         .middle = [this](bool down) { middle += down ? 1 : -1; },
-        .tell = [this](const std::string& text) { told.push_back(text); }});
+        .tell = [this](const std::string& text) { told.push_back(text); },
+        .note = [](const std::string&) {}});
   }
   ~LinuxEventTapsTest() override {
     // What the tests install goes before the taps, as in the program.
