@@ -59,6 +59,8 @@ LinuxDesktop::LinuxDesktop(bool debug)
           clock_, log_),
       events_(output_, locator_, [this](const GestureEvent& event) { gestures_.post(event); }),
       taps_(tapLinks()),
+      console_(queue_, environmentOf("XDG_VTNR"),
+               [this](bool inFront) { taps_.setSessionActive(inFront); }),
       platform_{.clock = clock_,
                 .mainQueue = queue_,
                 .libraries = libraries_,

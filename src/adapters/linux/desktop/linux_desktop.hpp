@@ -7,6 +7,7 @@
 
 #include <memory>
 
+#include "adapters/linux/clicks/console_watch.hpp"
 #include "adapters/linux/clicks/linux_event_taps.hpp"
 #include "adapters/linux/desktop/passive_adapters.hpp"
 #include "adapters/linux/desktop_settings/linux_system_preferences.hpp"
@@ -61,6 +62,7 @@ class LinuxDesktop {
   GestureTouchpad gestures_;
   UinputEventStream events_;
   LinuxEventTaps taps_;
+  ConsoleWatch console_;
   Observation touchpadChanges_;
   Observation layoutChanges_;
   Platform platform_;

@@ -422,6 +422,25 @@ TEST_F(DeviceMirrorTest, endsWithEverythingGivenBack) {
   EXPECT_FALSE(kernel->guarded);
 }
 
+TEST_F(DeviceMirrorTest, aThousandGrabsLeaveNothingBehind) {
+  converts = true;
+  for (int i = 0; i < 1000; ++i) {
+    grab();
+    press(BTN_LEFT);
+    queue.runDue();
+    mirror->want(i % 2 == 0 ? Want::noAtOnce : Want::no, 2);
+    mirror->turn();
+    release(BTN_LEFT);
+    turns(3);
+    ASSERT_EQ(state(), GrabState::resting) << i;
+    queue.runDue();
+    ASSERT_EQ(pointer, "+-") << i;
+    pointer.clear();
+    ASSERT_FALSE(kernel->mirrored);
+  }
+  EXPECT_EQ(kernel->grabs, 1000);
+}
+
 class TrackpadMirrorTest : public DeviceMirrorTest {
  protected:
   TrackpadMirrorTest() : DeviceMirrorTest(magicTrackpad()) {}
