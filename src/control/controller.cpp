@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "control/tap_needs.hpp"
 #include "platform/platform.hpp"
 
 namespace velotap {
@@ -16,6 +17,7 @@ Controller& Controller::shared() {
   static Controller instance(productionClosures(Config::shared(), platform.trust,
                                                 TouchEngine::shared(), tap, platform.log),
                              platform.log);
+  static const TapNeedsTeller needs(Config::shared(), platform.taps);
   static const bool wired = [] {
     tap.setLostHandler([] { instance.stop(); });
     return true;

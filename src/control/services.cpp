@@ -21,6 +21,7 @@ Services::Services(Platform& platform)
               .clock = platform.clock,
               .log = platform.log}),
       tap(platform.taps, engine, platform.events, platform.clock, platform.mainQueue, platform.log),
+      tapNeeds(config, platform.taps),
       controller(Controller::productionClosures(config, platform.trust, engine, tap, platform.log),
                  platform.log),
       watcher(platform.clock, platform.mainQueue, platform.notices, platform.log) {

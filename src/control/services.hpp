@@ -11,6 +11,7 @@
 #include "config/defaults_store.hpp"
 #include "config/practice_target.hpp"
 #include "control/controller.hpp"
+#include "control/tap_needs.hpp"
 #include "gestures/pinch_engine.hpp"
 #include "gestures/tap_activity_log.hpp"
 #include "gestures/touch_engine.hpp"
@@ -35,6 +36,7 @@ struct Services {
   TapActivityLog activity;
   TouchEngine engine;
   EventTap tap;
+  TapNeedsTeller tapNeeds;
   Controller controller;
   DeviceWatcher watcher;
 

@@ -37,6 +37,15 @@ class InstalledTap {
   [[nodiscard]] virtual bool enabled() const = 0;
 };
 
+/// What somebody may want to do with the events of touch devices. Where a device has to be taken
+/// from the system for that, it is taken only while it is wanted.
+struct TapNeeds {
+  bool mouseClicks = false;     ///< a click of a mouse with a touch surface may be rewritten
+  bool mouseGestures = false;   ///< two or three fingers on one mean something else than scrolling
+  bool trackpadClicks = false;  ///< a click of a trackpad may be rewritten
+  friend bool operator==(const TapNeeds&, const TapNeeds&) = default;
+};
+
 class EventTaps {
  public:
   struct Callbacks {
@@ -49,6 +58,9 @@ class EventTaps {
   [[nodiscard]] virtual std::unique_ptr<InstalledTap> install(TapLocation location,
                                                               std::uint64_t mask,
                                                               Callbacks callbacks) = 0;
+  /// Main thread, at the start and whenever the needs change. Means nothing to systems that pass
+  /// every event through the taps anyway.
+  virtual void setNeeds(const TapNeeds& /*needs*/) {}
 };
 
 }  // namespace velotap

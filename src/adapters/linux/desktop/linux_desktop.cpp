@@ -3,7 +3,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
+#include "adapters/linux/clicks/evdev_mirror.hpp"
 #include "adapters/linux/keyboard/layout_sources.hpp"
 #include "adapters/linux/keyboard/shortcut_chord.hpp"
 
@@ -22,6 +24,13 @@ const char* environmentOf(const char* name) {
 
 void tellOutput(const char* message, int error) {
   tell(error == 0 ? std::string(message) : std::string(message) + ": " + std::strerror(error));
+}
+
+// How the multitouch library takes what a grab keeps from it; null when it cannot.
+FeedEvents feedOf(LibraryLoader& libraries) {
+  void* library = libraries.open(libraries.multitouchLibraryPath());
+  if (library == nullptr) return nullptr;
+  return reinterpret_cast<FeedEvents>(libraries.symbol(library, "VelotapFeedEvents"));
 }
 
 }  // namespace
@@ -54,6 +63,9 @@ LinuxDesktop::LinuxDesktop(const LinuxHost& host, bool debug)
       events_(
           output_, locator_, [this](const GestureEvent& event) { gestures_.post(event); },
           [this] { gestures_.prepare(); }),
+      taps_(tapLinks(host)),
+      console_(host.loop, environmentOf("XDG_VTNR"),
+               [this](bool inFront) { taps_.setSessionActive(inFront); }),
       platform_{.clock = host.clock,
                 .mainQueue = host.queue,
                 .libraries = libraries_,
@@ -71,7 +83,39 @@ LinuxDesktop::LinuxDesktop(const LinuxHost& host, bool debug)
   const auto takeLayout = [this] { events_.setLayout(keyboardLayout_.current()); };
   layoutChanges_ = keyboardLayout_.observeChanges(takeLayout);
   takeLayout();
+  touchpadChanges_ = systemPreferences_.observeChanges([this] { taps_.reconsider(); });
   workspace_.start();
+}
+
+LinuxEventTaps::Links LinuxDesktop::tapLinks(const LinuxHost& host) {
+  return {
+      .queue = host.queue,
+      .clock = host.clock,
+      .surfaces = &surfaceNodes,
+      .hardware = [this](const std::string& path) -> std::unique_ptr<MirrorHardware> {
+        // A grabbed device would be lost to a library that cannot be told what it does.
+        const FeedEvents feed = feedOf(libraries_);
+        if (feed == nullptr) return nullptr;
+        return makeEvdevMirror(path, feed, [this] { return pointer_.descriptor(); });
+      },
+      .observer =
+          [&loop = host.loop](const std::string& path, ClickObserver::Seen seen) {
+            return std::make_unique<ClickObserver>(loop, path, std::move(seen));
+          },
+      .desktopAnswers =
+          [this](const EvdevDevice& device) {
+            return desktopAnswers(systemPreferences_.touchpads().of(device.vendor, device.product))
+                .click;
+          },
+      .middle =
+          [this](bool down) {
+            output_.postMiddle(down ? ClickPacer::Change::press : ClickPacer::Change::release);
+          },
+      .tell = &tell,
+      .note =
+          [this](const std::string& text) {
+            if (log_.enabled()) log_.line(text);
+          }};
 }
 
 }  // namespace velotap

@@ -10,6 +10,8 @@
 
 #include <memory>
 
+#include "adapters/linux/clicks/console_watch.hpp"
+#include "adapters/linux/clicks/linux_event_taps.hpp"
 #include "adapters/linux/descriptor_loop.hpp"
 #include "adapters/linux/desktop/passive_adapters.hpp"
 #include "adapters/linux/desktop_settings/linux_system_preferences.hpp"
@@ -47,9 +49,12 @@ class LinuxDesktop {
 
   [[nodiscard]] Platform& platform() noexcept { return platform_; }
   [[nodiscard]] SessionActivity& sessionActivity() noexcept { return activity_; }
+  [[nodiscard]] LinuxEventTaps& taps() noexcept { return taps_; }
   [[nodiscard]] LinuxWorkspace& workspace() noexcept { return workspace_; }
 
  private:
+  [[nodiscard]] LinuxEventTaps::Links tapLinks(const LinuxHost& host);
+
   StandardLog log_;
   DlLibraryLoader libraries_;
   FilePreferencesStorage preferences_;
@@ -60,7 +65,6 @@ class LinuxDesktop {
   SessionActivity activity_;
   DeviceAccess access_;
   SeatTrust trust_;
-  PassiveEventTaps taps_;
   NotificationCenter notifications_;
   UinputPointer pointer_;
   PacedOutput output_;
@@ -68,6 +72,9 @@ class LinuxDesktop {
   UinputTouchpad touchpad_;
   GestureTouchpad gestures_;
   UinputEventStream events_;
+  LinuxEventTaps taps_;
+  ConsoleWatch console_;
+  Observation touchpadChanges_;
   Observation layoutChanges_;
   Platform platform_;
 };

@@ -37,7 +37,13 @@ int UinputPointer::open() {
   Descriptor fd(::open("/dev/uinput", O_WRONLY | O_NONBLOCK | O_CLOEXEC));
   if (!fd.ok() || !declare(fd.get(), keys_)) return errno;
   device_ = std::move(fd);
+  shown_ = device_.get();
   return 0;
+}
+
+void UinputPointer::close() {
+  shown_ = -1;
+  device_.reset();
 }
 
 bool UinputPointer::emit(std::span<const input_event> frame) {
@@ -47,7 +53,7 @@ bool UinputPointer::emit(std::span<const input_event> frame) {
     written = device_.ok() ? ::write(device_.get(), frame.data(), frame.size_bytes()) : -1;
   } while (written < 0 && device_.ok() && errno == EINTR);
   if (written == size) return true;
-  device_.reset();
+  close();
   return false;
 }
 

@@ -5,6 +5,7 @@
 // back its middle button. Its `phys` names us, so that our own input side never reads it.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <span>
 
@@ -20,11 +21,15 @@ class UinputPointer final : public VirtualDevice {
 
   [[nodiscard]] int open() override;
   [[nodiscard]] bool emit(std::span<const input_event> frame) override;
-  void close() override { device_.reset(); }
+  void close() override;
+  /// Any thread: the open file of the device; -1 while there is none. Changes only when the device
+  /// is lost or closed.
+  [[nodiscard]] int descriptor() const noexcept { return shown_; }
 
  private:
   std::span<const std::uint16_t> keys_;
   Descriptor device_;
+  std::atomic<int> shown_{-1};
 };
 
 }  // namespace velotap
