@@ -11,12 +11,24 @@ finish pad
 total() { awk -v device="$1" '$1 == "motion" && $3 == device { split($0, p, "raw="); split(p[2], d, /[, ]/); x += d[1]; y += d[2] }
   END { printf "%d %d", x, y }' "$log/watch"; }
 direct=$(total bench/pad)
+swipe() { # what libinput makes of three fingers that swipe, and of a palm and a thumb
+  play pad pad-three-finger-swipe pad-palm-and-thumb
+  tell pad 'wait 300'
+  finish pad
+}
+swipes() { awk -v device="$1" '$1 == "gesture" && $3 == device && / swipe-/ { n++ } END { print n + 0 }' "$log/watch"; }
+swipe
+swipesDirect=$(swipes bench/pad)
 launch
 await velotap 'taken over' 20
 play pad pad-one-finger-move
 tell pad 'wait 300'
 finish pad
 mirror=$(total velotap/clone)
+swipe
+swipesMirror=$(swipes velotap/clone)
+figure swipe-events "$swipesDirect"
+figure swipe-events-differently $((swipesDirect - swipesMirror))
 echo "direct $direct, mirror $mirror"
 figure moved "${direct% *}"
 figure moved-differently $((${direct% *} - ${mirror% *}))
