@@ -1,4 +1,4 @@
-# shellcheck shell=sh
+# shellcheck shell=sh disable=SC2154
 # Words of the cases in which a click is held while something goes wrong.
 
 # mirrored DEVICE: watches, plugs a Magic Mouse, starts the product and waits until it has taken the

@@ -24,6 +24,8 @@ bool declareAll(int fd, const Bits& codes, unsigned long type, unsigned long req
 }
 
 bool declareAxes(int fd, const EvdevDevice& device) {
+  // Describing an axis does not yet make the device have any.
+  if (::ioctl(fd, UI_SET_EVBIT, EV_ABS) != 0) return false;
   for (std::size_t code = 0; code < device.absoluteAxes.size(); ++code) {
     const auto& axis = device.absoluteAxes[code];
     if (!axis) continue;

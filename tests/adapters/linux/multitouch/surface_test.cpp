@@ -261,9 +261,12 @@ TEST_F(SurfaceTest, ignoresAFeederWhileItIsNotStarted) {
 }
 
 TEST_F(SurfaceTest, aCallbackOnAFeedersThreadMayStopTheDevice) {
+  // Frames are delivered one after another, so this is the feeder's.
+  Frames::instance().inside = [this] {
+    if (Frames::instance().ids.size() == 2) surface_.stop();
+  };
   ASSERT_EQ(surface_.start(), 0);
   Frames::instance().waitFor(1);
-  Frames::instance().inside = [this] { surface_.stop(); };
   surface_.feed(frameOf(contact(0, 1, 0, 0)));
   surface_.feed(frameOf(lift(0)));
   EXPECT_EQ(Frames::instance().ids, (Seen{{}, {1}}));
@@ -273,9 +276,9 @@ TEST_F(SurfaceTest, noCallbackRunsOnAFeedersThreadOnceStopReturns) {
   std::atomic<bool> stopped{false};
   std::atomic<bool> late{false};
   std::atomic<bool> done{false};
+  Frames::instance().inside = [&] { late = late || stopped; };
   ASSERT_EQ(surface_.start(), 0);
   Frames::instance().waitFor(1);
-  Frames::instance().inside = [&] { late = late || stopped; };
   std::thread feeder([&] {
     for (int i = 0; !done; ++i) surface_.feed(frameOf(contact(0, i & 0xFF, i & 0xFF, 0)));
   });

@@ -10,4 +10,5 @@ percent three-fingers-percent-of-floor velotap-three-fingers floor-three-fingers
 # Taken over, every move passes through the program.
 configure '{"mouseClick3": true, "mousePinchZoom": false}'
 await velotap 'taken over' 20
+cp pid/velotap pid/mirrored
 measure_mouse mirrored
