@@ -10,6 +10,10 @@ CommandLine parseCommandLine(int argc, const char* const* argv) {
       line.help = true;
     } else if (argument == "--version") {
       line.version = true;
+    } else if (argument == "--listlane-capture") {
+      line.capture = true;
+    } else if (argument == "--background") {
+      line.background = true;
     } else {
       line.unknown.push_back(argument);
     }
@@ -22,11 +26,15 @@ std::string helpText() {
          "\n"
          "usage: velotap [option]\n"
          "\n"
-         "Without an option it runs in the background until it is interrupted.\n"
+         "Without an option it runs until it is told to quit, with a status item and windows\n"
+         "where there is a display.\n"
          "\n"
          "  --devices    list the multitouch devices\n"
          "  --watch      print a line for every touch frame\n"
          "  --calibrate  dump raw touch records once a second\n"
+         "  --background run without status item and windows\n"
+         "  --listlane-capture FOLDER [--scenes NAME,...] [--dark]\n"
+         "               write pictures of the settings window and end\n"
          "  --version    print the version\n"
          "  --help       print this text\n"
          "\n"

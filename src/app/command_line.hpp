@@ -12,6 +12,8 @@ namespace velotap {
 struct CommandLine {
   bool help = false;
   bool version = false;
+  bool background = false;  ///< without windows, whatever the display
+  bool capture = false;     ///< pictures are asked for; the other program reads how
   std::vector<std::string_view> unknown;
 };
 

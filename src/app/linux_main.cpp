@@ -1,9 +1,14 @@
-// The background program on Linux.
+// What people start on Linux: diagnostics, the program without windows, and the way to the one
+// with them.
 
 #include <sys/signalfd.h>
 
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
 #include <iostream>
 
 #include "adapters/linux/desktop/linux_desktop.hpp"
@@ -16,6 +21,7 @@
 #include "app/application.hpp"
 #include "app/command_line.hpp"
 #include "app/diagnostics.hpp"
+#include "app/program_choice.hpp"
 #include "config/app_identity.hpp"
 #include "control/controller.hpp"
 #include "localization/localization.hpp"
@@ -50,6 +56,22 @@ int diagnose(DiagnosticsMode mode) {
 
 void tell(const std::string& message) {
   std::cerr << "velotap: " << message << std::endl;
+}
+
+// Becomes the program with windows. Returns only when that is not there.
+void runDesktopProgram(char** argv) {
+  std::error_code error;
+  const std::filesystem::path own = std::filesystem::read_symlink("/proc/self/exe", error);
+  if (error) return;
+  const std::string program = desktopProgramBeside(own.string());
+  ::execv(program.c_str(), argv);
+  tell(program + ": " + std::strerror(errno));
+}
+
+void tellUnknown(const CommandLine& line) {
+  for (const std::string_view argument : line.unknown) {
+    tell("unknown option " + std::string(argument) + " ignored (see --help)");
+  }
 }
 
 void tellWhatIsMissing() {
@@ -137,8 +159,12 @@ int main(int argc, char** argv) {
     std::cout << (line.help ? helpText() : versionText());
     return 0;
   }
-  for (const std::string_view argument : line.unknown) {
-    std::cerr << "velotap: unknown option " << argument << " ignored (see --help)" << std::endl;
+  if (!line.capture) tellUnknown(line);
+  const std::vector<std::string_view> arguments(argv + 1, argv + argc);
+  const auto environment = [](const char* name) -> const char* { return std::getenv(name); };
+  if (programChoice(arguments, environment) == ProgramChoice::desktop) {
+    runDesktopProgram(argv);
+    if (line.capture) return 1;
   }
   return runInBackground();
 }

@@ -44,8 +44,8 @@ void update(QAction& action, const MenuItem& item) {
   QObject::disconnect(&action, &QAction::triggered, nullptr, nullptr);
   if (!item.action) return;
   // After the menu has closed: what is done may show another one, or build this one anew.
-  QObject::connect(&action, &QAction::triggered, &action, [act = item.action] { act(); },
-                   Qt::QueuedConnection);
+  QObject::connect(
+      &action, &QAction::triggered, &action, [act = item.action] { act(); }, Qt::QueuedConnection);
 }
 
 }  // namespace

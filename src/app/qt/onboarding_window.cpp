@@ -97,8 +97,8 @@ void OnboardingWindow::create(const std::string& title, double maximumHeight) {
   QObject::connect(window_.get(), &QWindow::visibleChanged, object_.get(), [this](bool visible) {
     // The window may still be in the middle of closing.
     if (!visible) {
-      QMetaObject::invokeMethod(QCoreApplication::instance(), [this] { drop(); },
-                                Qt::QueuedConnection);
+      QMetaObject::invokeMethod(
+          QCoreApplication::instance(), [this] { drop(); }, Qt::QueuedConnection);
     }
   });
   window_->show();

@@ -100,8 +100,8 @@ void StatusItem::make() {
 
 void StatusItem::showIcon() {
   if (!icon_ || !shown_) return;
-  icon_->setIcon(QIcon::fromTheme(QString::fromLatin1(themeName(shown_->state)),
-                                  drawn(*shown_, darkPanel_)));
+  icon_->setIcon(
+      QIcon::fromTheme(QString::fromLatin1(themeName(shown_->state)), drawn(*shown_, darkPanel_)));
   icon_->setToolTip(QString::fromStdString(shown_->label));
 }
 

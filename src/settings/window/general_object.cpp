@@ -44,32 +44,31 @@ QVariantMap readinessState(const GeneralView& view) {
 }
 
 QVariantMap startupState(const GeneralView& view, const Confirmation& question) {
-  return fields(
-      {{"title", view.startupTitle},
-       {"launch", fields({{"title", view.launchTitle},
-                          {"caption", view.approvalCaption},
-                          {"on", view.launchesAtLogin},
-                          {"possible", view.canLaunchAtLogin},
-                          {"action", view.openLoginItems}})},
-       {"leftClick", fields({{"title", view.leftClickTitle},
-                             {"caption", view.leftClickCaption},
-                             {"on", view.leftClickToggles}})},
-       {"hide", fields({{"title", view.hideIconTitle},
-                        {"caption", view.hiddenCaption},
-                        {"on", view.hidesIcon},
-                        {"question", question.title},
-                        {"note", question.message},
-                        {"confirm", question.confirm},
-                        {"cancel", question.cancel}})}});
+  return fields({{"title", view.startupTitle},
+                 {"launch", fields({{"title", view.launchTitle},
+                                    {"caption", view.approvalCaption},
+                                    {"on", view.launchesAtLogin},
+                                    {"possible", view.canLaunchAtLogin},
+                                    {"action", view.openLoginItems}})},
+                 {"leftClick", fields({{"title", view.leftClickTitle},
+                                       {"caption", view.leftClickCaption},
+                                       {"on", view.leftClickToggles}})},
+                 {"hide", fields({{"title", view.hideIconTitle},
+                                  {"caption", view.hiddenCaption},
+                                  {"on", view.hidesIcon},
+                                  {"question", question.title},
+                                  {"note", question.message},
+                                  {"confirm", question.confirm},
+                                  {"cancel", question.cancel}})}});
 }
 
 QVariantMap updatesState(const GeneralView& view) {
-  return fields({{"title", view.updatesTitle},
-                 {"automatic", fields({{"title", view.automaticChecksTitle},
-                                       {"on", view.automaticChecks}})},
-                 {"available", view.canCheck},
-                 {"checkNow", view.checkNow},
-                 {"last", view.lastChecked}});
+  return fields(
+      {{"title", view.updatesTitle},
+       {"automatic", fields({{"title", view.automaticChecksTitle}, {"on", view.automaticChecks}})},
+       {"available", view.canCheck},
+       {"checkNow", view.checkNow},
+       {"last", view.lastChecked}});
 }
 
 QVariantMap deviceRow(const ConnectedDeviceCard& card) {

@@ -86,29 +86,28 @@ void GesturesObject::refresh() {
   const Texts texts = effects_.texts();
   view_ = pane_.view(effects_.facts(), texts);
   showRows(view_);
-  setState(fields(
-      {{"intro", fields({{"title", view_.introTitle}, {"text", view_.introText}})},
-       {"device", deviceState(view_)},
-       {"connection", fields({{"symbol", view_.connection.symbol},
-                              {"text", view_.connection.text},
-                              {"connected", view_.connection.connected}})},
-       {"tryButton", view_.practiceTitle},
-       {"search", fields({{"hint", view_.searchPlaceholder},
-                          {"clear", texts("Clear search")},
-                          {"query", pane_.filter().query}})},
-       {"filter", filterState(view_, texts)},
-       {"summary", view_.summary},
-       {"middleTitle", texts("Middle click")},
-       {"moreTitle", texts("More gestures")},
-       {"empty", fields({{"shown", !view_.noMatches.empty()},
-                         {"title", view_.noMatches},
-                         {"action", view_.showAll}})},
-       {"actionsTitle", view_.actionsTitle},
-       {"disable", disableState(view_, GesturesPane::disableQuestion(texts))},
-       {"restore", fields({{"title", view_.restoreTitle},
-                           {"note", view_.restoreNote},
-                           {"possible", view_.canRestore}})},
-       {"undo", view_.undoTitle}}));
+  setState(fields({{"intro", fields({{"title", view_.introTitle}, {"text", view_.introText}})},
+                   {"device", deviceState(view_)},
+                   {"connection", fields({{"symbol", view_.connection.symbol},
+                                          {"text", view_.connection.text},
+                                          {"connected", view_.connection.connected}})},
+                   {"tryButton", view_.practiceTitle},
+                   {"search", fields({{"hint", view_.searchPlaceholder},
+                                      {"clear", texts("Clear search")},
+                                      {"query", pane_.filter().query}})},
+                   {"filter", filterState(view_, texts)},
+                   {"summary", view_.summary},
+                   {"middleTitle", texts("Middle click")},
+                   {"moreTitle", texts("More gestures")},
+                   {"empty", fields({{"shown", !view_.noMatches.empty()},
+                                     {"title", view_.noMatches},
+                                     {"action", view_.showAll}})},
+                   {"actionsTitle", view_.actionsTitle},
+                   {"disable", disableState(view_, GesturesPane::disableQuestion(texts))},
+                   {"restore", fields({{"title", view_.restoreTitle},
+                                       {"note", view_.restoreNote},
+                                       {"possible", view_.canRestore}})},
+                   {"undo", view_.undoTitle}}));
 }
 
 QVariantMap GesturesObject::filterState(const GesturesView& view, const Texts&) const {
@@ -117,16 +116,15 @@ QVariantMap GesturesObject::filterState(const GesturesView& view, const Texts&) 
   for (const auto& [section, title] : view.sectionChoices) {
     sections.append(choice(nameOf(section), title));
   }
-  return fields({{"title", view.filters.title},
-                 {"active", filter.activeCount()},
-                 {"reset", view.filters.resetTitle},
-                 {"sectionName", view.sectionPickerLabel},
-                 {"sections", sections},
-                 {"section", nameOf(filter.section)},
-                 {"enabledOnly", fields({{"title", view.enabledOnlyTitle},
-                                         {"on", filter.enabledOnly}})},
-                 {"modifiedOnly", fields({{"title", view.modifiedOnlyTitle},
-                                          {"on", filter.modifiedOnly}})}});
+  return fields(
+      {{"title", view.filters.title},
+       {"active", filter.activeCount()},
+       {"reset", view.filters.resetTitle},
+       {"sectionName", view.sectionPickerLabel},
+       {"sections", sections},
+       {"section", nameOf(filter.section)},
+       {"enabledOnly", fields({{"title", view.enabledOnlyTitle}, {"on", filter.enabledOnly}})},
+       {"modifiedOnly", fields({{"title", view.modifiedOnlyTitle}, {"on", filter.modifiedOnly}})}});
 }
 
 void GesturesObject::showRows(const GesturesView& view) {

@@ -32,7 +32,12 @@ bool canBeReached(const QRect& frame) {
 }  // namespace
 
 std::unique_ptr<QQuickView> makeView() {
-  QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+  // A settings window needs no graphics processor. Qt listens only before its first window.
+  static const bool kChosen = [] {
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    return true;
+  }();
+  static_cast<void>(kChosen);
   auto view = std::make_unique<QQuickView>();
   view->engine()->addImportPath(kModulePath);
   view->engine()->addImageProvider(QStringLiteral("glyph"), new GlyphProvider);
@@ -73,7 +78,8 @@ void SettingsWindow::show(PreferencesTab tab) {
 
 void SettingsWindow::build() {
   panes_ = std::make_unique<PanesObject>();
-  window_ = new WindowObject(effects_.texts, [this] { close(); }, panes_.get());
+  window_ = new WindowObject(
+      effects_.texts, [this] { close(); }, panes_.get());
   panes_->window = window_;
   effects_.makePanes(*panes_);
   view_ = makeView();

@@ -16,8 +16,7 @@ void WindowObject::refresh() {
   const Texts texts = texts_();
   QList<QVariantMap> rows;
   for (const PreferencesTabRow& row : preferencesTabs()) {
-    rows.append(
-        fields({{"id", row.label}, {"label", texts(row.label)}, {"symbol", row.symbol}}));
+    rows.append(fields({{"id", row.label}, {"label", texts(row.label)}, {"symbol", row.symbol}}));
   }
   tabs_.sync(rows);
   setState(fields({{"title", texts(preferencesTabLabel(tab_))}, {"tab", static_cast<int>(tab_)}}));

@@ -38,9 +38,8 @@ DesktopAppearance::DesktopAppearance(QObject* parent) : QObject(parent) {
   QDBusConnection bus = QDBusConnection::sessionBus();
   if (!bus.isConnected()) return;
   qRegisterMetaType<QDBusVariant>();  // before this, Qt 6.4 refuses the slot below
-  const bool listens =
-      bus.connect(kService, kPath, kInterface, QStringLiteral("SettingChanged"), this,
-                  SLOT(settingChanged(QString, QString, QDBusVariant)));
+  const bool listens = bus.connect(kService, kPath, kInterface, QStringLiteral("SettingChanged"),
+                                   this, SLOT(settingChanged(QString, QString, QDBusVariant)));
   if (!listens) qWarning("changes of the desktop's appearance cannot be followed");
   ask(kAppearance, kColorScheme);
   ask(kAppearance, kContrast);

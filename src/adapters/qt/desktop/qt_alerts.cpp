@@ -15,9 +15,9 @@ int QtAlerts::runModal(const AlertRequest& request) {
   box.setInformativeText(QString::fromStdString(request.informativeText));
   QList<QPushButton*> buttons;
   for (const std::string& title : request.buttons) {
-    buttons.append(box.addButton(QString::fromStdString(title),
-                                 buttons.isEmpty() ? QMessageBox::AcceptRole
-                                                   : QMessageBox::RejectRole));
+    buttons.append(box.addButton(QString::fromStdString(title), buttons.isEmpty()
+                                                                    ? QMessageBox::AcceptRole
+                                                                    : QMessageBox::RejectRole));
   }
   if (!buttons.isEmpty()) {
     box.setDefaultButton(buttons.first());

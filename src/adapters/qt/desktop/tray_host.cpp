@@ -29,9 +29,8 @@ bool hasOwner(xcb_connection_t* connection, const std::string& selection) {
                       selection.c_str()),
       nullptr));
   if (!atom || atom->atom == XCB_ATOM_NONE) return false;
-  const std::unique_ptr<xcb_get_selection_owner_reply_t, Free> owner(
-      xcb_get_selection_owner_reply(
-          connection, xcb_get_selection_owner(connection, atom->atom), nullptr));
+  const std::unique_ptr<xcb_get_selection_owner_reply_t, Free> owner(xcb_get_selection_owner_reply(
+      connection, xcb_get_selection_owner(connection, atom->atom), nullptr));
   return owner && owner->owner != XCB_WINDOW_NONE;
 }
 

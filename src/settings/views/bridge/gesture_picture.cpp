@@ -23,7 +23,8 @@ void paintArrow(QPainter& painter, QPointF from, QPointF to, double head) {
   painter.drawLine(from, to);
   const double angle = std::atan2(to.y() - from.y(), to.x() - from.x());
   for (const double turn : {2.6, -2.6}) {
-    painter.drawLine(to, to + QPointF(head * std::cos(angle + turn), head * std::sin(angle + turn)));
+    painter.drawLine(to,
+                     to + QPointF(head * std::cos(angle + turn), head * std::sin(angle + turn)));
   }
 }
 

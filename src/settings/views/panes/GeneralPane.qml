@@ -204,7 +204,6 @@ PaneScroll {
         Card {
             ToggleRow {
                 title: root.s.updates.automatic.title
-                caption: root.s.updates.caption
                 symbol: "arrow.clockwise"
                 on: root.s.updates.automatic.on
                 enabled: root.s.updates.available

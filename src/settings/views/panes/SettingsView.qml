@@ -26,13 +26,13 @@ Rectangle {
         T.TabBar {
             id: tabs
             anchors.centerIn: parent
-            spacing: Math.max(0, Math.min(Theme.small, (root.width - natural) / 4))
+            spacing: Math.max(0, Math.min(Theme.small, (root.width - 2 * Theme.snug - natural) / 4))
             readonly property real natural: {
-                let sum = 2 * Theme.small
+                let sum = 0
                 for (let i = 0; i < count; ++i) sum += itemAt(i) ? itemAt(i).implicitWidth : 0
                 return sum
             }
-            implicitWidth: contentItem.contentWidth
+            implicitWidth: natural + spacing * (count - 1)
             implicitHeight: count > 0 && itemAt(0) ? itemAt(0).implicitHeight : 0
             currentIndex: root.frame.tab
             Accessible.role: Accessible.PageTabList

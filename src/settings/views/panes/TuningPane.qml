@@ -32,7 +32,6 @@ PaneScroll {
 
     Section {
         title: root.s.tap.title
-        caption: root.s.tap.caption
         Note {
             visible: root.s.tap.off.length > 0
             text: root.s.tap.off
@@ -59,7 +58,7 @@ PaneScroll {
         caption: root.s.taps.caption
         trailing: PushButton {
             text: root.s.taps.clear
-            enabled: root.s.taps.total > 0
+            enabled: root.s.taps.canClear
             onClicked: root.pane.clearTaps()
         }
         Card {
@@ -120,7 +119,7 @@ PaneScroll {
             }
             EmptyState {
                 visible: root.pane.newestTap.count === 0
-                symbol: "hand.tap"
+                symbol: root.s.taps.emptySymbol
                 title: root.s.taps.empty
             }
             Divider { visible: root.pane.otherTaps.count > 0 }
@@ -138,7 +137,6 @@ PaneScroll {
 
     Section {
         title: root.s.pinch.title
-        caption: root.s.pinch.caption
         Note {
             visible: root.s.pinch.off.length > 0
             text: root.s.pinch.off
@@ -168,7 +166,7 @@ PaneScroll {
                     width: parent.width - 2 * Theme.gap
                     from: root.s.center.from
                     to: root.s.center.to
-                    name: root.s.center.width
+                    name: root.s.center.label
                     onDragged: (edge, value) => root.pane.dragEdge(edge, value)
                 }
             }

@@ -19,7 +19,7 @@ Text {
     wrapMode: Text.Wrap
     textFormat: Text.PlainText
     renderType: Text.NativeRendering
-    lineHeight: wrapMode !== Text.NoWrap && (kind === "body" || kind === "caption") ? 1.12 : 1
+    lineHeight: lineCount > 1 ? 1.12 : 1
     Accessible.role: kind === "heading" || kind === "headline" || kind === "title"
                      ? Accessible.Heading : Accessible.StaticText
     Accessible.name: text

@@ -1,0 +1,249 @@
+#include "app/qt/desktop_application.hpp"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QGuiApplication>
+#include <QVariantMap>
+#include <utility>
+
+#include "config/settings_keys.hpp"
+#include "gestures/tap_activity_log.hpp"
+#include "gestures/touch_engine.hpp"
+#include "platform/platform.hpp"
+#include "settings/window/general_object.hpp"
+#include "settings/window/gestures_object.hpp"
+#include "settings/window/practice_object.hpp"
+#include "settings/window/tuning_object.hpp"
+#include "settings/window/values.hpp"
+#include "shell/updater.hpp"
+
+namespace velotap {
+namespace {
+
+// Which wording of the onboarding is this system's.
+constexpr const char* kVariant = "linux";
+
+std::string localize(std::string_view key) {
+  return SystemRegionalSettings::shared().texts()(key);
+}
+
+std::int64_t secondsOf(std::chrono::system_clock::time_point moment) {
+  return std::chrono::duration_cast<std::chrono::seconds>(moment.time_since_epoch()).count();
+}
+
+DefaultsStore& defaults() {
+  return DefaultsStore::shared();
+}
+
+}  // namespace
+
+void ViewAnnouncements::post(const std::string& message, AnnouncementPriority) {
+  context_.announce(qt(message));
+}
+
+DesktopApplication::DesktopApplication(ViewContext& context, Desktop desktop)
+    : context_(context),
+      desktop_(std::move(desktop)),
+      selection_(defaults()),
+      touches_(TapActivityLog::shared()),
+      application_(surroundings()),
+      statusItem_(application_.trayMenu(), [this] { tellThatTrayIsMissing(); }),
+      onboardingWindow_(application_.onboarding(), context,
+                        [this] { showPane(PreferencesTab::gestures); }),
+      settings_(context, settingsEffects()) {
+  application_.trayMenu().setView(statusItem_.view());
+  application_.onboarding().setView(onboardingWindow_.view());
+  QObject::connect(&appearance_, &DesktopAppearance::changed, &appearance_,
+                   [this] { followAppearance(); });
+  followAppearance();
+}
+
+Application::Surroundings DesktopApplication::surroundings() {
+  return {.effects = effects(),
+          .localize = &localize,
+          .observeRegionalSettings =
+              [](std::function<void()> changed) {
+                return SystemRegionalSettings::shared().observeRevision(std::move(changed));
+              },
+          .variant = kVariant,
+          .version = VELOTAP_VERSION,
+          .refreshLocalizedLabels = [this] { settings_.refreshLocalizedLabels(); },
+          // Windows have their own shortcuts; there is no menu bar to fill.
+          .showMainMenu = [](const std::vector<MenuItem>&) {}};
+}
+
+void DesktopApplication::launch() {
+  application_.delegate().applicationDidFinishLaunching();
+  QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &appearance_,
+                   [this](Qt::ApplicationState state) {
+                     if (state == Qt::ApplicationActive)
+                       application_.delegate().applicationDidBecomeActive();
+                   });
+}
+
+void DesktopApplication::reopen() {
+  static_cast<void>(application_.delegate().applicationShouldHandleReopen());
+}
+
+void DesktopApplication::end() {
+  settings_.close();
+  application_.delegate().applicationWillTerminate();
+}
+
+Texts DesktopApplication::texts() {
+  return SystemRegionalSettings::shared().texts();
+}
+
+void DesktopApplication::followAppearance() {
+  context_.setLook({.scheme = appearance_.dark() ? ColorScheme::dark : ColorScheme::light,
+                    .highContrast = appearance_.highContrast(),
+                    .textScale = appearance_.textScale()});
+  statusItem_.setDarkPanel(panelIsDark(desktop_.currentDesktop, appearance_.dark()));
+}
+
+// Once, where the desktop shows notices; the General pane says it too.
+void DesktopApplication::tellThatTrayIsMissing() {
+  if (std::exchange(trayIsMissing_, true)) return;
+  QDBusMessage notice = QDBusMessage::createMethodCall(
+      QStringLiteral("org.freedesktop.Notifications"),
+      QStringLiteral("/org/freedesktop/Notifications"),
+      QStringLiteral("org.freedesktop.Notifications"), QStringLiteral("Notify"));
+  notice << QStringLiteral("Velotap") << 0U << QStringLiteral("velotap")
+         << QStringLiteral("Velotap") << qt(localize("desktop.no.tray")) << QStringList()
+         << QVariantMap() << -1;
+  QDBusConnection::sessionBus().send(notice);
+}
+
+ApplicationEffects DesktopApplication::effects() {
+  return {
+      .activate =
+          [] {
+            for (QWindow* window : QGuiApplication::topLevelWindows()) {
+              if (window->isVisible()) window->requestActivate();
+            }
+          },
+      .terminate = [] { QCoreApplication::quit(); },
+      .openSettings =
+          [this](SettingsPane pane) {
+            showPane(pane == SettingsPane::about ? PreferencesTab::about : PreferencesTab::general);
+          }};
+}
+
+void DesktopApplication::showPane(PreferencesTab tab) {
+  settings_.show(tab);
+}
+
+SettingsWindow::Effects DesktopApplication::settingsEffects() {
+  return {.texts = [] { return texts(); },
+          .makePanes = [this](PanesObject& panes) { makePanes(panes); },
+          .observe =
+              [](std::function<void()> changed) {
+                std::vector<Observation> observations;
+                observations.push_back(defaults().observeChanges(changed));
+                observations.push_back(
+                    Controller::shared().observeRunning([changed](bool) { changed(); }));
+                observations.push_back(
+                    Permissions::shared().observeGranted([changed](bool) { changed(); }));
+                return observations;
+              },
+          .frameFile = desktop_.frameFile};
+}
+
+GeneralFacts DesktopApplication::generalFacts() {
+  Updater& updater = Updater::shared();
+  const auto lastCheck = updater.lastCheck();
+  return {.enabled = Config::shared().enabled(),
+          .leftClickTogglesEnabled = defaults().boolean(keys::kLeftClickTogglesEnabled),
+          .hideStatusBarIcon = defaults().boolean(keys::kHideStatusBarIcon),
+          .accessibilityGranted = Permissions::shared().granted(),
+          .listenersRunning = Controller::shared().isRunning(),
+          .connectedDevices = TouchEngine::shared().connectedDeviceClasses(),
+          .loginItemStatus = LoginItem::shared().status(),
+          .automaticUpdateChecks = updater.automaticallyChecks(),
+          .updatesUnavailable = updater.unavailableReason(),
+          .lastUpdateCheck = lastCheck ? std::optional(secondsOf(*lastCheck)) : std::nullopt,
+          .now = secondsOf(Platform::current().clock.date()),
+          .desktop = {.hidesFrontApplication = desktop_.hidesFrontApplication(),
+                      .hasTray = !trayIsMissing_}};
+}
+
+GestureFacts DesktopApplication::gestureFacts() {
+  return {.enabled = Config::shared().enabled(),
+          .accessibilityGranted = Permissions::shared().granted(),
+          .listenersRunning = Controller::shared().isRunning(),
+          .connectedDevices = TouchEngine::shared().connectedDeviceClasses()};
+}
+
+void DesktopApplication::setEnabled(bool on) {
+  defaults().set(keys::kEnabled, on);
+  synchronizeEnabledState({.refreshPermission = [] { Permissions::shared().refresh(); },
+                           .enabled = [] { return Config::shared().enabled(); },
+                           .listenersRunning = [] { return Controller::shared().isRunning(); },
+                           .startController = [] { Controller::shared().start(); }});
+  application_.trayMenu().updateIcon();
+}
+
+void DesktopApplication::toggleLaunchAtLogin() {
+  const auto error = LoginItem::shared().toggle();
+  if (!error) return;
+  const LoginItemFailure failure = loginItemFailure(*error, texts());
+  Platform& platform = Platform::current();
+  if (platform.log.enabled()) platform.log.line(failure.logLine);
+  platform.alerts.runModal({.message = failure.alertTitle,
+                            .informativeText = failure.alertText,
+                            .buttons = {failure.dismiss}});
+}
+
+void DesktopApplication::makePanes(PanesObject& panes) {
+  const auto words = [] { return texts(); };
+  panes.general = new GeneralObject(
+      {.texts = words,
+       .facts = [this] { return generalFacts(); },
+       .showPane = [this](PreferencesTab tab) { showPane(tab); },
+       .chooseDevice = [this](GestureDevice device) { selection_.setDevice(device); },
+       .setEnabled = [this](bool on) { setEnabled(on); },
+       .setUpAccessibility = [this] { application_.onboarding().show(); },
+       .startListeners = [] { Controller::shared().start(); },
+       .toggleLaunchAtLogin = [this] { toggleLaunchAtLogin(); },
+       .openLoginItems = [] { LoginItem::shared().openSettings(); },
+       .setLeftClickToggles = [](bool on) { defaults().set(keys::kLeftClickTogglesEnabled, on); },
+       .setHideIcon =
+           [this](bool on) {
+             defaults().set(keys::kHideStatusBarIcon, on);
+             application_.trayMenu().applyVisibility();
+           },
+       .setAutomaticChecks = [](bool on) { Updater::shared().setAutomaticallyChecks(on); },
+       .checkForUpdates = [] { Updater::shared().checkForUpdates(); }},
+      &panes);
+  panes.gestures = new GesturesObject(
+      defaults(), selection_,
+      {.texts = words,
+       .facts = [this] { return gestureFacts(); },
+       .openAccessibilitySettings = [this] { application_.onboarding().show(); },
+       .startListeners = [] { Controller::shared().start(); },
+       .showGeneral = [this] { showPane(PreferencesTab::general); },
+       .didEnable =
+           [this](std::string_view key) { application_.conflicts().checkAfterEnabling(key); }},
+      &panes);
+  panes.tuning = new TuningObject({.defaults = defaults(),
+                                   .log = TapActivityLog::shared(),
+                                   .notifications = Platform::current().notifications,
+                                   .touches = touches_,
+                                   .texts = words,
+                                   .announce =
+                                       [](std::string_view key) {
+                                         AccessibilityAnnouncements::shared().post(
+                                             localize(key), AnnouncementPriority::high);
+                                       },
+                                   .showGestures = [this] { showPane(PreferencesTab::gestures); }},
+                                  &panes);
+  panes.practice = new PracticeObject(
+      {.texts = words,
+       .setTarget = [](std::optional<Rect> rectangle) { PracticeTarget::shared().set(rectangle); },
+       .showGeneral = [this] { showPane(PreferencesTab::general); },
+       .showGestures = [this] { showPane(PreferencesTab::gestures); },
+       .showTuning = [this] { showPane(PreferencesTab::tuning); }},
+      &panes);
+}
+
+}  // namespace velotap

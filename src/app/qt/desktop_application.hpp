@@ -1,0 +1,77 @@
+// The application with windows: Application and the panes of the settings, each with its view.
+//
+// Made after the platforms were set and the application object exists; runs from `launch` to
+// `end`. Members are listed in the order in which they need each other. Main thread.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "adapters/qt/desktop/desktop_appearance.hpp"
+#include "app/application.hpp"
+#include "app/qt/onboarding_window.hpp"
+#include "app/qt/status_item.hpp"
+#include "input/gesture_device.hpp"
+#include "localization/system_regional_settings.hpp"
+#include "platform/announcements.hpp"
+#include "settings/general_pane.hpp"
+#include "settings/gestures_pane.hpp"
+#include "settings/retained_touches.hpp"
+#include "settings/window/settings_window.hpp"
+
+namespace velotap {
+
+/// Speaks through whatever window is open.
+class ViewAnnouncements final : public Announcements {
+ public:
+  explicit ViewAnnouncements(ViewContext& context) : context_(context) {}
+  void post(const std::string& message, AnnouncementPriority) override;
+
+ private:
+  ViewContext& context_;
+};
+
+class DesktopApplication {
+ public:
+  /// What the desktop beneath knows and the ports do not say.
+  struct Desktop {
+    std::function<bool()> hidesFrontApplication;
+    QString currentDesktop;
+    QString frameFile;
+  };
+
+  DesktopApplication(ViewContext& context, Desktop desktop);
+
+  void launch();
+  /// Somebody started the program again.
+  void reopen();
+  void end();
+
+ private:
+  [[nodiscard]] Application::Surroundings surroundings();
+  [[nodiscard]] ApplicationEffects effects();
+  [[nodiscard]] SettingsWindow::Effects settingsEffects();
+  void makePanes(PanesObject& panes);
+  [[nodiscard]] GeneralFacts generalFacts();
+  [[nodiscard]] GestureFacts gestureFacts();
+  void setEnabled(bool on);
+  void toggleLaunchAtLogin();
+  void showPane(PreferencesTab tab);
+  void followAppearance();
+  void tellThatTrayIsMissing();
+  [[nodiscard]] static Texts texts();
+
+  ViewContext& context_;
+  Desktop desktop_;
+  DesktopAppearance appearance_;
+  GestureDeviceSelection selection_;
+  RetainedTouches touches_;
+  Application application_;
+  StatusItem statusItem_;
+  OnboardingWindow onboardingWindow_;
+  SettingsWindow settings_;
+  bool trayIsMissing_ = false;
+};
+
+}  // namespace velotap

@@ -1,0 +1,104 @@
+// The program with a status item and windows, on Linux.
+//
+// People start `velotap`, which starts this one where there is a display.
+
+#include <sys/signalfd.h>
+
+#include <csignal>
+#include <iostream>
+
+#include "adapters/linux/desktop/linux_desktop.hpp"
+#include "adapters/linux/desktop/linux_shell.hpp"
+#include "adapters/linux/desktop/passive_adapters.hpp"
+#include "adapters/linux/runtime/descriptor.hpp"
+#include "adapters/linux/runtime/posix_clock.hpp"
+#include "adapters/linux/runtime/posix_main_queue.hpp"
+#include "adapters/linux/services/single_instance.hpp"
+
+// After the headers above: Qt makes a macro of a word that they use.
+#include <QApplication>
+#include <QDir>
+
+#include "adapters/qt/desktop/qt_alerts.hpp"
+#include "adapters/qt/desktop/qt_regional_settings.hpp"
+#include "adapters/qt/runtime/qt_main_loop.hpp"
+#include "app/qt/desktop_application.hpp"
+#include "config/app_identity.hpp"
+#include "platform/shell_platform.hpp"
+
+namespace velotap {
+namespace {
+
+// Interrupts become an orderly end. They are taken from a descriptor, so every thread that is
+// started later must have them blocked: this comes first.
+Descriptor takeInterrupts() {
+  sigset_t interrupts;
+  sigemptyset(&interrupts);
+  sigaddset(&interrupts, SIGINT);
+  sigaddset(&interrupts, SIGTERM);
+  sigaddset(&interrupts, SIGHUP);
+  sigprocmask(SIG_BLOCK, &interrupts, nullptr);
+  return Descriptor(::signalfd(-1, &interrupts, SFD_CLOEXEC | SFD_NONBLOCK));
+}
+
+std::string environmentOr(const char* name, const char* otherwise) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? otherwise : value;
+}
+
+// Qt 6.4 has no name for the folder of state.
+std::string stateFolder() {
+  return environmentOr("XDG_STATE_HOME", (QDir::homePath() + "/.local/state").toUtf8().constData());
+}
+
+int run(QApplication& application, const Descriptor& interrupts) {
+  const SessionEnvironment session = SessionEnvironment::ofThisProcess();
+  auto instance = SingleInstance::claim(session.runtimeFolder);
+  if (!instance) return SingleInstance::reopenOther(session.busAddress) ? 0 : 1;
+
+  PosixClock clock;
+  PosixMainQueue queue(clock);
+  const QtMainLoop loop(queue);
+  QtAlerts alerts;
+  const LinuxHost host{.clock = clock, .queue = queue, .loop = queue, .alerts = alerts};
+  LinuxDesktop desktop(host, Config::debug());
+  AppIdentity::migratePreferences(desktop.platform().preferences);
+  Platform::setCurrent(desktop.platform());
+  ViewContext context(false);
+  ViewAnnouncements announcements(context);
+  NoUpdates updates;
+  LinuxShell shell(host, desktop, announcements, updates);
+  ShellPlatform::setCurrent(shell.platform());
+  QtRegionalSettings regional;
+  SystemRegionalSettings::setSystem(regional);
+
+  DesktopApplication velotap(
+      context,
+      {.hidesFrontApplication =
+           [&desktop] { return desktop.workspace().source().kind == FrontSourceKind::none; },
+       .currentDesktop = QString::fromStdString(session.currentDesktop),
+       .frameFile = QString::fromStdString(stateFolder() + "/velotap/windows.ini")});
+  instance->serve(queue, queue, session.busAddress, [&velotap] { velotap.reopen(); });
+  const Observation interrupted = queue.watch(interrupts.get(), DescriptorLoop::Interest::readable,
+                                              [] { QCoreApplication::quit(); });
+  velotap.launch();
+  const int status = application.exec();
+  velotap.end();
+  return status;
+}
+
+}  // namespace
+}  // namespace velotap
+
+int main(int argc, char** argv) {
+  using namespace velotap;
+  std::signal(SIGPIPE, SIG_IGN);
+  const Descriptor interrupts = takeInterrupts();
+  QApplication application(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("velotap"));
+  QApplication::setApplicationDisplayName(QStringLiteral("Velotap"));
+  QApplication::setApplicationVersion(QStringLiteral(VELOTAP_VERSION));
+  QGuiApplication::setDesktopFileName(QStringLiteral("app.norwend.velotap"));
+  QApplication::setQuitOnLastWindowClosed(false);
+  return run(application, interrupts);
+}
