@@ -2,7 +2,6 @@
 #pragma once
 
 #include <algorithm>
-#include <cstring>
 #include <map>
 #include <string>
 #include <vector>
@@ -30,7 +29,7 @@ class FakeWorkspace final : public CocoaWorkspace {
   std::optional<std::string> ownBundlePath() override { return path; }
   std::size_t frontmostBundleId(char* buffer, std::size_t capacity) override {
     if (!front || !front->bundleId || front->bundleId->size() > capacity) return 0;
-    std::memcpy(buffer, front->bundleId->data(), front->bundleId->size());
+    std::copy(front->bundleId->begin(), front->bundleId->end(), buffer);
     return front->bundleId->size();
   }
   Told frontmost() override { return front; }

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstring>
 
 namespace velotap::test {
 namespace {
@@ -326,7 +325,7 @@ void FakeCoreFoundation::fillScalars() {
     EXPECT_EQ(encoding, kCFStringEncodingUTF8);
     EXPECT_NE(loss, 0) << "the conversion would stop at the first lone surrogate";
     EXPECT_GE(size, static_cast<CFIndex>(bytes.size()));
-    if (!bytes.empty()) std::memcpy(buffer, bytes.data(), bytes.size());
+    std::copy(bytes.begin(), bytes.end(), buffer);
     *used = static_cast<CFIndex>(bytes.size());
     return range.length;
   };

@@ -60,13 +60,16 @@ FakeQuartz::FakeQuartz(FakeCoreFoundation& cf) : cf_(cf) {
   fillFields();
   fillTaps();
   fillDisplays();
+  // A pool is known by how many were open before it.
   runtime_.objc_autoreleasePoolPush = []() -> void* {
-    ++fake().pools;
-    return reinterpret_cast<void*>(static_cast<std::uintptr_t>(fake().pools));
+    fake().openPools_.push_back(std::make_unique<int>(fake().pools++));
+    return fake().openPools_.back().get();
   };
   runtime_.objc_autoreleasePoolPop = [](void* pool) {
-    EXPECT_EQ(pool, reinterpret_cast<void*>(static_cast<std::uintptr_t>(fake().pools)))
+    ASSERT_FALSE(fake().openPools_.empty()) << "no pool is open";
+    EXPECT_EQ(pool, fake().openPools_.back().get())
         << "pools are closed in the order in which they were opened";
+    fake().openPools_.pop_back();
     --fake().pools;
   };
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -90,6 +91,7 @@ class FakeQuartz {
   FakeCoreFoundation& cf_;
   QuartzApi api_{};
   ObjectiveCApi runtime_{};
+  std::vector<std::unique_ptr<int>> openPools_;
 };
 
 }  // namespace velotap::test

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace velotap::test {
 namespace {
@@ -74,7 +75,7 @@ void FakeDispatch::runReady() {
 }
 
 void FakeDispatch::advance(double seconds) {
-  const dispatch_time_t until = now_ + static_cast<dispatch_time_t>(seconds * 1e9 + 0.5);
+  const dispatch_time_t until = now_ + static_cast<dispatch_time_t>(std::llround(seconds * 1e9));
   runDue(until);
   now_ = until;
 }
