@@ -38,9 +38,13 @@ std::string LocalizationBundle::localizedString(std::string_view key) const {
 Localization::Localization(std::span<const LocalizationSource> sources) {
   for (const LocalizationSource& source : sources) {
     StringsFile file = parseStrings(source.strings);
+    const auto note = [&](const StringsError& error) {
+      errors_.push_back(std::string(source.language) + ":" + std::to_string(error.line) + ": " +
+                        error.message);
+    };
+    std::for_each(file.repeated.begin(), file.repeated.end(), note);
     if (file.error) {
-      errors_.push_back(std::string(source.language) + ":" + std::to_string(file.error->line) +
-                        ": " + file.error->message);
+      note(*file.error);
       continue;
     }
     languages_.emplace_back(source.language);

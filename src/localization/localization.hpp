@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "localization/strings_file.hpp"
@@ -36,7 +37,8 @@ struct LocalizationSource {
 
 class Localization {
  public:
-  /// A language whose table is broken is left out, as one without a table is; `errors` says why.
+  /// A language whose table is broken is left out, as one without a table is; `errors` says why,
+  /// and names keys that a table has twice.
   explicit Localization(std::span<const LocalizationSource> sources);
 
   /// The tables of the program.

@@ -53,10 +53,11 @@ class Parser {
   StringsFile parse() {
     StringsFile file;
     while (skipBlank() && !atEnd()) {
-      if (!pair(file.texts)) break;
+      if (!pair(file)) break;
     }
     if (error_) {
       file.texts.clear();
+      file.repeated.clear();
       file.error = std::move(error_);
     }
     return file;
@@ -68,11 +69,14 @@ class Parser {
     return source_.substr(position_, text.size()) == text;
   }
 
-  bool fail(std::string message) { return failAt(position_, std::move(message)); }
-  bool failAt(std::size_t where, std::string message) {
+  [[nodiscard]] StringsError at(std::size_t where, std::string message) const {
     const auto before = source_.substr(0, where);
     const auto lines = std::count(before.begin(), before.end(), '\n');
-    error_ = StringsError{.line = static_cast<int>(lines) + 1, .message = std::move(message)};
+    return {.line = static_cast<int>(lines) + 1, .message = std::move(message)};
+  }
+  bool fail(std::string message) { return failAt(position_, std::move(message)); }
+  bool failAt(std::size_t where, std::string message) {
+    error_ = at(where, std::move(message));
     return false;
   }
 
@@ -103,15 +107,15 @@ class Parser {
     return true;
   }
 
-  bool pair(StringTable& texts) {
+  bool pair(StringsFile& file) {
     const std::size_t start = position_;
     std::string key;
     std::string text;
     if (!readKey(key) || !expect('=') || !skipBlank() || !quoted(text) || !expect(';')) {
       return false;
     }
-    if (!texts.emplace(key, std::move(text)).second) {
-      return failAt(start, "the key \"" + key + "\" occurs twice");
+    if (!file.texts.emplace(key, std::move(text)).second) {
+      file.repeated.push_back(at(start, "the key \"" + key + "\" occurs twice"));
     }
     return true;
   }
@@ -204,7 +208,7 @@ StringsFile parseStrings(std::string_view source) {
     source.remove_prefix(kByteOrderMark.size());
   }
   if (!isUtf8(source)) {
-    return {.texts = {}, .error = StringsError{.line = 1, .message = "not UTF-8"}};
+    return {.texts = {}, .error = StringsError{.line = 1, .message = "not UTF-8"}, .repeated = {}};
   }
   return Parser(source).parse();
 }

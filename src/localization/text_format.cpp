@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <optional>
+#include <utility>
 
 namespace velotap {
 namespace {
@@ -90,7 +91,9 @@ std::vector<FormatSpecifier> formatSpecifiers(std::string_view pattern) {
   for (const Piece& piece : pieces(pattern)) {
     if (piece.specifier) result.push_back(*piece.specifier);
   }
-  std::sort(result.begin(), result.end());
+  std::sort(result.begin(), result.end(), [](const FormatSpecifier& a, const FormatSpecifier& b) {
+    return std::pair(a.argument, a.type) < std::pair(b.argument, b.type);
+  });
   return result;
 }
 

@@ -22,7 +22,6 @@ struct FormatSpecifier {
   int argument = 0;  ///< from 1
   FormatType type = FormatType::text;
   friend bool operator==(const FormatSpecifier&, const FormatSpecifier&) = default;
-  friend auto operator<=>(const FormatSpecifier&, const FormatSpecifier&) = default;
 };
 
 /// Which arguments a text takes, by argument. Texts in different languages that mean the same have

@@ -77,7 +77,9 @@ std::weak_ordering compareText(std::string_view left, std::string_view right) {
     if (isDigit(a[i]) && isDigit(b[j])) {
       const auto numberA = takeNumber(a, i);
       const auto numberB = takeNumber(b, j);
-      if (const auto order = compareNumbers(numberA, numberB); order != 0) return order;
+      if (const auto order = compareNumbers(numberA, numberB); std::is_neq(order)) {
+        return order;
+      }
     } else if (a[i] != b[j]) {
       return a[i] <=> b[j];
     } else {

@@ -6,7 +6,7 @@
 namespace velotap {
 
 std::string aboutLinkUrl(AboutLink link) {
-  const std::string site = VELOTAP_WEBSITE;
+  std::string site = VELOTAP_WEBSITE;
   switch (link) {
     case AboutLink::website:
       break;

@@ -25,6 +25,7 @@ AppEntry AppListsModel::entry(const std::string& bundleID) const {
 
 std::vector<AppEntry> AppListsModel::entries(const std::vector<std::string>& ids) const {
   std::vector<AppEntry> result;
+  result.reserve(ids.size());
   for (const std::string& id : ids) result.push_back(entry(id));
   AppRuleFilter order;
   order.sort = config_.defaults().text(keys::kAppRuleSort).value_or(order.sort);
@@ -82,12 +83,11 @@ void AppListsModel::restore(const AppRuleSnapshot& snapshot) {
 }
 
 std::set<std::string, std::less<>> AppListsModel::overriddenIDs() const {
+  std::set<std::string, std::less<>> off;
+  for (const AppEntry& entry : ignored_) off.insert(entry.bundleID);
   std::set<std::string, std::less<>> result;
-  for (const AppEntry& zoom : zoom_) {
-    const bool off = std::any_of(ignored_.begin(), ignored_.end(), [&zoom](const AppEntry& each) {
-      return each.bundleID == zoom.bundleID;
-    });
-    if (off) result.insert(zoom.bundleID);
+  for (const AppEntry& entry : zoom_) {
+    if (off.contains(entry.bundleID)) result.insert(entry.bundleID);
   }
   return result;
 }

@@ -61,7 +61,7 @@ std::vector<AppEntry> AppRuleFilter::matching(std::vector<AppEntry> entries) con
   std::sort(entries.begin(), entries.end(), [=](const AppEntry& a, const AppEntry& b) {
     const auto order =
         byIdentifier ? compareText(a.bundleID, b.bundleID) : compareText(a.name, b.name);
-    return order != 0 ? order < 0 : a.bundleID < b.bundleID;
+    return std::is_neq(order) ? std::is_lt(order) : a.bundleID < b.bundleID;
   });
   return entries;
 }

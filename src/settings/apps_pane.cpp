@@ -120,14 +120,15 @@ void AppsPane::noteCopied(const Texts& texts) {
   announce_(feedback_);
 }
 
-AppRow AppsPane::row(AppRuleList list, const AppEntry& entry, const Texts& texts) const {
-  const bool detailed = !config_.defaults().object(keys::kAppRuleDetails) ||
-                        config_.defaults().boolean(keys::kAppRuleDetails);
-  const bool overridden =
-      list == AppRuleList::keystrokeZoom && model_.overriddenIDs().contains(entry.bundleID);
+bool AppsPane::showsIdentifiers() const {
+  return !config_.defaults().object(keys::kAppRuleDetails) ||
+         config_.defaults().boolean(keys::kAppRuleDetails);
+}
+
+AppRow AppsPane::row(const AppEntry& entry, bool overridden, const Texts& texts) const {
   AppRow row{.bundleID = entry.bundleID,
              .name = entry.name,
-             .identifier = detailed ? entry.bundleID : std::string(),
+             .identifier = showsIdentifiers() ? entry.bundleID : std::string(),
              .url = entry.url.value_or(std::string()),
              .missing = entry.isInstalled() ? std::string() : texts("polish.apps.missing"),
              .resolveTitle = entry.isInstalled() ? std::string() : texts("polish.apps.resolve"),
@@ -150,8 +151,11 @@ AppListView AppsPane::list(AppRuleList which, const Texts& texts) const {
                    .rows = {},
                    .empty = {},
                    .addTitle = texts("design.add.app.menu", {texts(titleKey(which))})};
-  for (const AppEntry& entry : shown(which)) view.rows.push_back(row(which, entry, texts));
   const bool ignored = which == AppRuleList::ignored;
+  const auto overridden = model_.overriddenIDs();
+  for (const AppEntry& entry : shown(which)) {
+    view.rows.push_back(row(entry, !ignored && overridden.contains(entry.bundleID), texts));
+  }
   const auto& all = ignored ? model_.ignored() : model_.keystrokeZoom();
   if (all.empty()) view.empty = texts(ignored ? "No ignored apps" : "apps.no.zoom");
   return view;
@@ -176,8 +180,7 @@ void AppsPane::addFilters(const Texts& texts, AppsView& view) const {
   view.sorts = {{"name", texts("polish.apps.by.name")}, {"identifier", texts("polish.apps.by.id")}};
   view.sort = effectiveFilter().sort == "identifier" ? "identifier" : "name";
   view.identifiersTitle = texts("polish.apps.identifiers");
-  view.showsIdentifiers = !config_.defaults().object(keys::kAppRuleDetails) ||
-                          config_.defaults().boolean(keys::kAppRuleDetails);
+  view.showsIdentifiers = showsIdentifiers();
 }
 
 void AppsPane::addLists(const Texts& texts, AppsView& view) const {

@@ -136,7 +136,8 @@ class AppsPane {
   [[nodiscard]] AppRuleFilter effectiveFilter() const;
   [[nodiscard]] std::vector<AppEntry> shown(AppRuleList list) const;
   [[nodiscard]] std::size_t shownCount() const;
-  [[nodiscard]] AppRow row(AppRuleList list, const AppEntry& entry, const Texts& texts) const;
+  [[nodiscard]] AppRow row(const AppEntry& entry, bool overridden, const Texts& texts) const;
+  [[nodiscard]] bool showsIdentifiers() const;
   [[nodiscard]] AppListView list(AppRuleList which, const Texts& texts) const;
   void addFilters(const Texts& texts, AppsView& view) const;
   void addLists(const Texts& texts, AppsView& view) const;

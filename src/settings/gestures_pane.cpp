@@ -16,8 +16,46 @@ bool factory(std::string_view key) {
   return row != nullptr && row->factoryNumber != 0;
 }
 
-bool isThreeFingersOnTrackpad(std::string_view key) {
-  return key == keys::kPadTap3 || key == keys::kPadClick3;
+// Is the trigger left to the desktop, or to nobody?
+bool isLeftToDesktop(std::string_view key, TrackpadMode mode,
+                     const std::optional<DesktopClicks>& desktop) {
+  if (!desktop) return false;
+  if (key == keys::kPadTap3) return !programAnswers(mode, desktop->threeFingerTap);
+  if (key == keys::kPadClick3) return !programAnswers(mode, desktop->threeFingerClick);
+  return false;
+}
+
+std::string_view storedMode(TrackpadMode mode) {
+  switch (mode) {
+    case TrackpadMode::automatic:
+      break;
+    case TrackpadMode::native:
+      return "native";
+    case TrackpadMode::post:
+      return "post";
+  }
+  return "automatic";
+}
+
+std::string_view modeNoteKey(TrackpadMode mode, bool desktopClicks) {
+  switch (mode) {
+    case TrackpadMode::automatic:
+      break;
+    case TrackpadMode::native:
+      return desktopClicks ? "gesture.mode.note.native" : "gesture.mode.note.nobody";
+    case TrackpadMode::post:
+      return desktopClicks ? "gesture.mode.note.twice" : "gesture.mode.note.post";
+  }
+  return desktopClicks ? "gesture.mode.note.desktop" : "gesture.mode.note.program";
+}
+
+TrackpadModeView modeView(TrackpadMode mode, const DesktopClicks& desktop, const Texts& texts) {
+  return {.title = texts("gesture.mode.title"),
+          .mode = mode,
+          .choices = {{TrackpadMode::automatic, texts("gesture.mode.automatic")},
+                      {TrackpadMode::native, texts("gesture.mode.native")},
+                      {TrackpadMode::post, texts("gesture.mode.post")}},
+          .note = texts(modeNoteKey(mode, desktop.any()))};
 }
 
 InactiveTriggerNote note(std::string_view textKey, NoteAction action, std::string_view titleKey,
@@ -28,7 +66,7 @@ InactiveTriggerNote note(std::string_view textKey, NoteAction action, std::strin
 }
 
 // The first cause that must be mended, in the order in which readiness is decided.
-std::optional<InactiveTriggerNote> inactiveNote(std::string_view key, bool on,
+std::optional<InactiveTriggerNote> inactiveNote(std::string_view key, bool on, TrackpadMode mode,
                                                 const GestureFacts& facts, const Texts& texts) {
   if (!on) return std::nullopt;
   if (!facts.enabled) {
@@ -36,12 +74,13 @@ std::optional<InactiveTriggerNote> inactiveNote(std::string_view key, bool on,
   }
   if (!facts.accessibilityGranted) {
     return note("gesture.inactive.permission", NoteAction::openAccessibilitySettings,
-                "Open System Settings", texts);
+                facts.permissionIsSetUpHere ? "Accessibility Setup…" : "Open System Settings",
+                texts);
   }
   if (!facts.listenersRunning) {
     return note("gesture.inactive.listeners", NoteAction::startListeners, "Try Again", texts);
   }
-  if (facts.desktopAnswersThreeFingers && isThreeFingersOnTrackpad(key)) {
+  if (isLeftToDesktop(key, mode, facts.desktopClicks)) {
     return note("gesture.inactive.desktop", NoteAction::none, {}, texts);
   }
   return std::nullopt;
@@ -80,6 +119,14 @@ void GesturesPane::setTrigger(std::string_view key, bool on) {
   const bool was = defaults_.boolean(key);
   defaults_.set(key, on);
   if (on && !was && didEnable_) didEnable_(key);
+}
+
+TrackpadMode GesturesPane::mode() const {
+  return trackpadMode(defaults_.text(keys::kPadThreeFingerMode).value_or(std::string()));
+}
+
+void GesturesPane::setTrackpadMode(TrackpadMode mode) {
+  defaults_.set(keys::kPadThreeFingerMode, std::string(storedMode(mode)));
 }
 
 void GesturesPane::toggleExplanation(std::string_view key) {
@@ -153,7 +200,7 @@ ExplainedTriggerToggle GesturesPane::row(std::string_view key, const GestureFact
           .detail = explained ? explanation.detail : std::string(),
           .resetLabel = explained && modified ? texts("design.reset.named", {explanation.title})
                                               : std::string(),
-          .note = inactiveNote(key, on, facts, texts)};
+          .note = inactiveNote(key, on, mode(), facts, texts)};
 }
 
 void GesturesPane::addSections(const GestureFacts& facts, const Texts& texts,
@@ -200,6 +247,9 @@ GesturesView GesturesPane::view(const GestureFacts& facts, const Texts& texts) c
   const bool available =
       view.device == GestureDevice::mouse ? facts.mouseAvailable : facts.trackpadAvailable;
   view.connection = deviceConnectionStatus(view.device, facts.connectedDevices, available, texts);
+  if (view.device == GestureDevice::trackpad && facts.desktopClicks) {
+    view.trackpadMode = modeView(mode(), *facts.desktopClicks, texts);
+  }
   const TriggerValues current = values(view.device);
   const auto number = [&texts](std::size_t count) {
     return texts.format().wholeNumber(static_cast<std::int64_t>(count));

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "config/defaults_store.hpp"
+#include "config/trackpad_mode.hpp"
 #include "input/gesture_device.hpp"
 #include "localization/texts.hpp"
 #include "settings/confirmation.hpp"
@@ -33,15 +34,25 @@ struct GestureFilter {
   [[nodiscard]] int activeCount() const;
 };
 
+/// What a desktop makes of three fingers on a trackpad by itself.
+struct DesktopClicks {
+  bool threeFingerTap = false;
+  bool threeFingerClick = false;
+
+  [[nodiscard]] bool any() const noexcept { return threeFingerTap || threeFingerClick; }
+};
+
 /// What decides whether a trigger that is on can act.
 struct GestureFacts {
   bool enabled = true;  ///< the master switch
   bool accessibilityGranted = true;
+  bool permissionIsSetUpHere = false;  ///< by the program's own set-up, not on a system's page
   bool listenersRunning = true;
-  bool desktopAnswersThreeFingers = false;  ///< on trackpads: the desktop clicks by itself
-  bool mouseAvailable = true;               ///< this system can handle the kind at all
+  bool mouseAvailable = true;  ///< this system can handle the kind at all
   bool trackpadAvailable = true;
-  std::vector<DeviceClass> connectedDevices;
+  std::vector<DeviceClass> connectedDevices{};
+  std::optional<DesktopClicks>
+      desktopClicks{};  ///< nothing where desktops never click by themselves
 };
 
 enum class NoteAction { none, openAccessibilitySettings, startListeners, showGeneral };
@@ -77,6 +88,14 @@ struct GestureSectionView {
   std::vector<ExplainedTriggerToggle> rows;
 };
 
+/// Who answers three fingers on a trackpad, and what that means here.
+struct TrackpadModeView {
+  std::string title;
+  TrackpadMode mode = TrackpadMode::automatic;
+  std::vector<std::pair<TrackpadMode, std::string>> choices;
+  std::string note;
+};
+
 struct GesturesView {
   std::string introTitle;
   std::string introText;
@@ -85,7 +104,8 @@ struct GesturesView {
   GestureDevice device = GestureDevice::mouse;
   std::vector<std::pair<GestureDevice, std::string>> deviceChoices;
   DeviceConnectionStatus connection;
-  std::string summary;  ///< how many of the device's triggers are on
+  std::string summary;                           ///< how many of the device's triggers are on
+  std::optional<TrackpadModeView> trackpadMode;  ///< for trackpads, where there is a choice
 
   std::string searchPlaceholder;
   SettingsFilterDisclosure filters;
@@ -124,6 +144,7 @@ class GesturesPane {
 
   void setDevice(GestureDevice device) { selection_.setDevice(device); }
   void setTrigger(std::string_view key, bool on);
+  void setTrackpadMode(TrackpadMode mode);
 
   /// Opens this explanation and closes any other; closes it when it is the open one.
   void toggleExplanation(std::string_view key);
@@ -138,6 +159,7 @@ class GesturesPane {
   void undo();
 
  private:
+  [[nodiscard]] TrackpadMode mode() const;
   [[nodiscard]] TriggerValues values(GestureDevice device) const;
   void change(const TriggerValues& wanted);
   [[nodiscard]] bool shows(std::string_view key, const std::string& title, bool on) const;

@@ -12,7 +12,7 @@ import sys
 import rules
 
 PROSE = {".md"}
-CODE = {".cpp", ".hpp"}
+CODE = {".cpp", ".hpp", ".mm"}
 HASH = {".cmake", ".py", ".sh", ".txt"}
 
 
@@ -70,6 +70,12 @@ def sleeping(root, path, text):
     return rules.sleeping(text)
 
 
+def platforms(root, path, text):
+    if path.suffix not in CODE or path.parts[0] != "src" or path.parts[1] == "adapters":
+        return []
+    return rules.platform_conditions(text)
+
+
 def headers(root, path, text):
     return rules.bad_header(text) if path.suffix == ".hpp" else []
 
@@ -90,7 +96,8 @@ def views(root, path, text):
     return looks + rules.view_words(text)
 
 
-RULES = {"includes": includes, "paths": paths, "pointers": pointers, "unfinished": unfinished,
+RULES = {"includes": includes, "paths": paths, "platforms": platforms,
+         "pointers": pointers, "unfinished": unfinished,
          "sleeping": sleeping, "headers": headers, "lengths": lengths, "packages": packages,
          "views": views}
 

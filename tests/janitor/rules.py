@@ -58,6 +58,11 @@ VIEW_WORDS = re.compile(
     r"\b(?:text|title|caption|hint|name|help|action|summary|Accessible\.(?:name|description)):\s*"
     r"\"[^\"]*[A-Za-z][^\"]*\"|\bqsTr")
 
+# What asks the compiler for which system it compiles.
+PLATFORM_CONDITION = re.compile(
+    r"^[ \t]*#[ \t]*(?:el)?if.*\b(?:__APPLE__|__MACH__|__linux__|__unix__|_WIN32|__FreeBSD__"
+    r"|TARGET_OS_\w+|Q_OS_\w+)\b.*$", re.MULTILINE)
+
 MOST_LINES = 700
 
 
@@ -120,6 +125,11 @@ def view_looks(text):
 def view_words(text):
     """Views hold no words: they would be in one language, and untested."""
     return found(VIEW_WORDS, text, "words that belong into a model")
+
+
+def platform_conditions(text):
+    """Systems differ behind the ports, and in which files the build takes; nowhere else."""
+    return found(PLATFORM_CONDITION, text, "a system is asked for")
 
 
 def bad_header(text):

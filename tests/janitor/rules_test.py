@@ -85,6 +85,18 @@ class ViewsTest(unittest.TestCase):
             self.assertEqual(rules.view_words(text), [], text)
 
 
+class PlatformsTest(unittest.TestCase):
+    def test_questions_for_the_system_are_found(self):
+        for text in ("#ifdef __APPLE__", "# if defined(__linux__) && x", "#elif TARGET_OS_OSX",
+                     "int a;\n#ifndef _WIN32\n", "#if defined(Q_OS_MACOS)"):
+            self.assertEqual(len(rules.platform_conditions(text)), 1, text)
+
+    def test_other_questions_and_prose_are_not(self):
+        for text in ("#ifdef NDEBUG", "// not on __APPLE__", "#if __has_feature(thread_sanitizer)",
+                     "#define __linux__names"):
+            self.assertEqual(rules.platform_conditions(text), [], text)
+
+
 class FilesTest(unittest.TestCase):
     def test_headers(self):
         self.assertEqual(rules.bad_header("// Decides.\n#pragma once\n"), [])

@@ -42,6 +42,13 @@ TEST(Localization, LeavesOutABrokenTableAndSaysWhy) {
   EXPECT_EQ(localization.language(Languages{"fr"}), "en");
 }
 
+TEST(Localization, KeepsATableThatHasAKeyTwice) {
+  const Localization localization(
+      std::array{LocalizationSource{.language = "en", .strings = "a = \"1\";\na = \"2\";"}});
+  EXPECT_EQ(localization.errors(), (Languages{"en:2: the key \"a\" occurs twice"}));
+  EXPECT_EQ(localization.bundle(Languages{"en"}).localizedString("a"), "1");
+}
+
 TEST(Localization, AnswersWithTheKeyWhenThereIsNoText) {
   const Localization localization(kSources);
   EXPECT_EQ(localization.bundle(Languages{"de"}).localizedString("no such key"), "no such key");

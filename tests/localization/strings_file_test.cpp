@@ -70,8 +70,16 @@ TEST(StringsFile, NamesTheLineOfABrokenPlace) {
   expectError(R"("a" = "\q";)", 1, R"(unknown escape \q)");
   expectError(R"("a" = "\U00g0";)", 1, "expected four hexadecimal digits");
   expectError(R"("a" = "\U00)", 1, "expected four hexadecimal digits");
-  expectError("\"a\" = \"1\";\n\"a\" = \"1\";", 2, "the key \"a\" occurs twice");
   expectError("\"a\" = \"\xFF\";", 1, "not UTF-8");
+}
+
+TEST(StringsFile, KeepsTheFirstTextOfAKeyAndNamesTheSecond) {
+  const StringsFile file = parseStrings("\"a\" = \"1\";\n\"b\" = \"2\";\n\"a\" = \"3\";");
+  EXPECT_FALSE(file.error);
+  EXPECT_EQ(file.texts, (StringTable{{"a", "1"}, {"b", "2"}}));
+  ASSERT_EQ(file.repeated.size(), 1U);
+  EXPECT_EQ(file.repeated[0].line, 3);
+  EXPECT_EQ(file.repeated[0].message, "the key \"a\" occurs twice");
 }
 
 TEST(StringsFile, RefusesHalvesOfCharacters) {

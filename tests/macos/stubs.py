@@ -2,7 +2,8 @@
 """Makes stub libraries of macOS that hold just the symbols of a list: stubs.py LIST FOLDER
 
 LIST has the install name of a library in square brackets and below it, one a line, the symbols that
-the program imports from it. What is not on the list cannot be linked. The stub of the C++ library
+the program imports from it, with an architecture behind those that only one needs. What is not on
+the list cannot be linked. The stub of the C++ library
 is made of all that the installed one exports, under the names that it has on macOS.
 """
 
@@ -24,15 +25,17 @@ CPP_LIBRARY = "/usr/lib/libc++.1.dylib"
 INSTALLED = ["/usr/lib/llvm-14/lib/libc++.so.1", "/usr/lib/llvm-14/lib/libc++abi.so.1"]
 
 
-def libraries(text):
-    """The symbols of each library, from the text of a list."""
+def libraries(text, architecture=None):
+    """The symbols of each library, from the text of a list; for one architecture or all."""
     found, current = {}, None
     for line in text.split("\n"):
         line = line.split("#")[0].strip()
         if line.startswith("["):
             current = found.setdefault(line.strip("[]"), [])
         elif line:
-            current.append(line)
+            symbol, *only = line.split()
+            if architecture is None or not only or only == [architecture]:
+                current.append(symbol)
     return found
 
 

@@ -6,6 +6,7 @@ import subprocess
 import sys
 import tempfile
 import unittest
+import xml.etree.ElementTree
 
 import udev_rules
 
@@ -119,6 +120,30 @@ class GrantAccessTest(unittest.TestCase):
         with tempfile.TemporaryDirectory() as root:
             self.assertEqual(self.run_script(root, "--help-me").returncode, 2)
             self.assertEqual(list(pathlib.Path(root).iterdir()), [])
+
+
+class PolicyTest(unittest.TestCase):
+    def setUp(self):
+        policy = xml.etree.ElementTree.parse(ROOT / "packaging/polkit/app.norwend.velotap.policy")
+        self.actions = policy.getroot().findall("action")
+
+    def test_covers_the_one_script(self):
+        self.assertEqual([action.get("id") for action in self.actions],
+                         ["app.norwend.velotap.grant-access"])
+        path = self.actions[0].find("annotate[@key='org.freedesktop.policykit.exec.path']").text
+        self.assertEqual(pathlib.PurePosixPath(path).name, "grant-access")
+        self.assertTrue((ROOT / "packaging" / "grant-access").stat().st_mode & 0o111)
+
+    def test_only_an_administrator_at_the_screen_may_agree(self):
+        defaults = {each.tag: each.text for each in self.actions[0].find("defaults")}
+        self.assertEqual(defaults, {"allow_any": "no", "allow_inactive": "no",
+                                    "allow_active": "auth_admin"})
+
+    def test_speaks_every_language(self):
+        language = "{http://www.w3.org/XML/1998/namespace}lang"
+        for tag in ("description", "message"):
+            spoken = {each.get(language) for each in self.actions[0].findall(tag)}
+            self.assertEqual(spoken, {None, "bg", "de", "es", "fr"})
 
 
 if __name__ == "__main__":

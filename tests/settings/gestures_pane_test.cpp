@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -183,6 +184,8 @@ TEST_F(GesturesPaneTest, SaysWhyATriggerCannotAct) {
   EXPECT_EQ(row("mouseTap3").note->action, NoteAction::openAccessibilitySettings);
   EXPECT_EQ(row("mouseTap3").note->actionTitle, "Open System Settings");
   EXPECT_EQ(row("mouseTap3").note->symbol, "info.circle");
+  facts.permissionIsSetUpHere = true;
+  EXPECT_EQ(row("mouseTap3").note->actionTitle, "Accessibility Setup…");
   facts.enabled = false;
   EXPECT_EQ(row("mouseTap3").note->action, NoteAction::showGeneral);
   EXPECT_FALSE(row("mouseRotate").note) << "a trigger that is off needs no excuse";
@@ -191,13 +194,43 @@ TEST_F(GesturesPaneTest, SaysWhyATriggerCannotAct) {
 TEST_F(GesturesPaneTest, LeavesThreeFingersToADesktopThatAnswersThem) {
   pane.setDevice(GestureDevice::trackpad);
   pane.setTrigger("padTap4", true);
-  facts.desktopAnswersThreeFingers = true;
+  EXPECT_FALSE(view().trackpadMode) << "a desktop that never clicks leaves no choice";
+  facts.desktopClicks = DesktopClicks{.threeFingerTap = true};
   EXPECT_TRUE(row("padTap3").note);
-  EXPECT_TRUE(row("padClick3").note);
   EXPECT_EQ(row("padTap3").note->actionTitle, "");
+  EXPECT_FALSE(row("padClick3").note);
   EXPECT_FALSE(row("padTap4").note);
+  facts.desktopClicks = DesktopClicks{.threeFingerClick = true};
+  EXPECT_FALSE(row("padTap3").note);
+  EXPECT_TRUE(row("padClick3").note);
   pane.setDevice(GestureDevice::mouse);
   EXPECT_FALSE(row("mouseTap3").note);
+  EXPECT_FALSE(view().trackpadMode);
+}
+
+TEST_F(GesturesPaneTest, LetsAPersonChooseWhoAnswersThreeFingers) {
+  pane.setDevice(GestureDevice::trackpad);
+  facts.desktopClicks = DesktopClicks{};
+  ASSERT_TRUE(view().trackpadMode);
+  EXPECT_EQ(view().trackpadMode->choices.size(), 3U);
+  EXPECT_EQ(view().trackpadMode->mode, TrackpadMode::automatic);
+  const auto note = [this](TrackpadMode mode, bool desktopClicks) {
+    pane.setTrackpadMode(mode);
+    facts.desktopClicks = DesktopClicks{.threeFingerTap = desktopClicks};
+    EXPECT_EQ(view().trackpadMode->mode, mode);
+    EXPECT_EQ(settings.config.trackpadMode(), mode);
+    return view().trackpadMode->note;
+  };
+  std::set<std::string> notes;
+  for (const auto mode : {TrackpadMode::native, TrackpadMode::post, TrackpadMode::automatic}) {
+    for (const bool desktopClicks : {false, true}) notes.insert(note(mode, desktopClicks));
+  }
+  EXPECT_EQ(notes.size(), 6U) << "each case has a sentence of its own";
+  pane.setTrackpadMode(TrackpadMode::post);
+  EXPECT_FALSE(row("padTap3").note);
+  pane.setTrackpadMode(TrackpadMode::native);
+  facts.desktopClicks = DesktopClicks{};
+  EXPECT_TRUE(row("padTap3").note);
 }
 
 TEST_F(GesturesPaneTest, SaysWhetherTheDeviceIsThere) {

@@ -3,14 +3,14 @@
 #import <AppKit/AppKit.h>
 
 #include <iostream>
-#include <memory>
 
-#include "adapters/macos/core_foundation/core_foundation_api.hpp"
 #include "adapters/macos/desktop/mac_desktop.hpp"
+#include "adapters/macos/menus/native_menu.hpp"
 #include "adapters/macos/shell/uncaught_exceptions.hpp"
+#include "app/application.hpp"
 #include "app/command_line.hpp"
-#include "app/diagnostics.hpp"
-#include "app/macos/mac_application.hpp"
+#include "app/macos/mac_diagnostics.hpp"
+#include "app/macos/native_menus.hpp"
 #include "app/macos/onboarding_alert.hpp"
 #include "config/app_identity.hpp"
 #include "config/config.hpp"
@@ -65,23 +65,6 @@
 namespace velotap {
 namespace {
 
-// Nobody else serves the run loop of a program without an application object, and the multitouch
-// library needs it served.
-int diagnose(DiagnosticsMode mode) {
-  const MachClock clock(MachTimeApi::system());
-  MacLibraryLoader libraries(DynamicLinkerApi::system());
-  MT multitouch(libraries);
-  return runDiagnostics(mode, {.multitouch = multitouch,
-                               .uptime = [&clock] { return clock.uptime(); },
-                               .runMainLoop =
-                                   [] {
-                                     const CoreFoundationApi& cf = CoreFoundationApi::system();
-                                     while (true) {  // until Ctrl-C ends the process
-                                       cf.CFRunLoopRunInMode(*cf.kCFRunLoopDefaultMode, 3600, 0);
-                                     }
-                                   }});
-}
-
 std::vector<std::string> settingKeys() {
   std::vector<std::string> keys;
   for (const SettingRow& row : settingsTable()) keys.emplace_back(row.key);
@@ -98,6 +81,37 @@ void activate() {
   [NSApplication.sharedApplication activateIgnoringOtherApps:YES];
 }
 
+Application::Surroundings surroundings(NativeMenuBar& menuBar) {
+  Application::Surroundings surroundings;
+  surroundings.effects = {.activate = &activate,
+                          .terminate = [] { [NSApplication.sharedApplication terminate:nil]; },
+                          .openSettings = [](SettingsPane) { activate(); }};
+  surroundings.localize = [](std::string_view key) {
+    return SystemRegionalSettings::shared().texts()(key);
+  };
+  surroundings.observeRegionalSettings = [](std::function<void()> changed) {
+    return SystemRegionalSettings::shared().observeRevision(std::move(changed));
+  };
+  surroundings.version = VELOTAP_VERSION;
+  surroundings.showMainMenu = [&menuBar](const std::vector<MenuItem>& menus) {
+    menuBar.show(nativeMenu(menus));
+  };
+  return surroundings;
+}
+
+// The explanation of the permission is an alert, which runs a loop of its own; the launch must not
+// wait for it.
+Onboarding::View onboardingView(Onboarding& onboarding, Platform& platform) {
+  Onboarding::View view;
+  view.create = [&onboarding, &platform](const std::string&, double) {
+    platform.mainQueue.async([&onboarding, &platform] {
+      runOnboardingAlert(onboarding, platform.alerts);
+      onboarding.windowWillClose();
+    });
+  };
+  return view;
+}
+
 int runApplication() {
   MacDesktop desktop(Config::debug(), settingKeys());
   Platform::setCurrent(desktop.platform());
@@ -106,31 +120,27 @@ int runApplication() {
   if (desktop.platform().workspace.ownBundleId().text() == AppIdentity::kCurrentDomain) {
     AppIdentity::migratePreferences(desktop.platform().preferences);
   }
-
-  NSApplication* application = NSApplication.sharedApplication;
+  NSApplication* system = NSApplication.sharedApplication;
   // The bundle says so too; a program that is started outside of one has nobody else to say it.
-  [application setActivationPolicy:NSApplicationActivationPolicyAccessory];
+  [system setActivationPolicy:NSApplicationActivationPolicyAccessory];
+
   const auto menuBar = NativeMenuBar::system();
   const auto statusItem = NativeStatusItem::system();
-  std::unique_ptr<MacApplication> mac;
-  MacApplicationEffects effects;
-  effects.application = {.activate = &activate,
-                         .terminate = [application] { [application terminate:nil]; },
-                         .openSettings = [](SettingsPane) { activate(); }};
-  effects.refreshSettingsLabels = [] {};
-  effects.recordUncaughtExceptions = &recordUncaughtExceptions;
-  effects.onboarding.create = [&desktop, &mac](const std::string&, double) {
-    // Later: an alert runs a loop of its own, and the launch must not wait for it.
-    desktop.platform().mainQueue.async([&desktop, &mac] {
-      runOnboardingAlert(mac->onboarding(), desktop.platform().alerts);
-      mac->onboarding().windowWillClose();
-    });
+  Application application(surroundings(*menuBar));
+  application.trayMenu().setView(
+      nativeTrayView(*statusItem, [&application](const std::optional<StatusItemClick>& click) {
+        application.trayMenu().statusItemClicked(click);
+      }));
+  application.onboarding().setView(onboardingView(application.onboarding(), desktop.platform()));
+  application.delegate().steps.installCrashReporter = [&application] {
+    application.crashReporter().install();
+    recordUncaughtExceptions(application.crashReporter().logPath());
   };
-  mac = std::make_unique<MacApplication>(*menuBar, *statusItem, std::move(effects));
   VelotapApplicationDelegate* delegate =
-      [[VelotapApplicationDelegate alloc] initWithDelegate:&mac->delegate() desktop:&desktop];
-  application.delegate = delegate;
-  [application run];
+      [[VelotapApplicationDelegate alloc] initWithDelegate:&application.delegate()
+                                                   desktop:&desktop];
+  system.delegate = delegate;
+  [system run];
   return 0;
 }
 
@@ -139,7 +149,8 @@ int runApplication() {
 
 int main(int argc, char** argv) {
   @autoreleasepool {
-    if (const auto mode = velotap::diagnosticsMode(argc, argv)) return velotap::diagnose(*mode);
+    if (const auto mode = velotap::diagnosticsMode(argc, argv))
+      return velotap::runMacDiagnostics(*mode);
     const velotap::CommandLine line = velotap::parseCommandLine(argc, argv);
     if (line.help || line.version) {
       std::cout << (line.help ? velotap::helpText() : velotap::versionText());

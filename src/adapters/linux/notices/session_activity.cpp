@@ -46,7 +46,7 @@ std::string SessionActivity::session() const {
   if (functions_->pidSession(0, &name) < 0 && functions_->displaySession(::getuid(), &name) < 0) {
     return {};
   }
-  const std::string text = name;
+  std::string text = name;
   std::free(name);
   return text;
 }

@@ -7,8 +7,8 @@
 #include <functional>
 #include <string>
 
-#include "adapters/linux/descriptor_loop.hpp"
 #include "adapters/linux/bus/session_bus.hpp"
+#include "adapters/linux/descriptor_loop.hpp"
 #include "base/observer_list.hpp"
 #include "platform/main_queue.hpp"
 

@@ -53,6 +53,11 @@ std::string unescaped(std::string_view value) {
   return text;
 }
 
+// Whether the first character only says that the second one stands for itself.
+bool escapes(std::string_view text, bool quoted) {
+  return text.size() > 1 && ((text[0] == '\\' && quoted) || text.starts_with("%%"));
+}
+
 // The first word of a command line, without its quotes.
 std::string firstWord(std::string_view command) {
   std::string word;
@@ -63,9 +68,7 @@ std::string firstWord(std::string_view command) {
       quoted = !quoted;
     } else if (c == ' ' && !quoted) {
       break;
-    } else if (c == '\\' && quoted && i + 1 < command.size()) {
-      word += command[++i];
-    } else if (c == '%' && i + 1 < command.size() && command[i + 1] == '%') {
+    } else if (escapes(command.substr(i), quoted)) {
       word += command[++i];
     } else {
       word += c;

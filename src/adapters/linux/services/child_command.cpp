@@ -54,11 +54,12 @@ std::optional<std::string> findProgram(const std::string& program, const std::st
   std::string_view rest = searchPath;
   while (!rest.empty()) {
     const std::size_t end = std::min(rest.find(':'), rest.size());
-    const std::string folder(rest.substr(0, end));
+    std::string path(rest.substr(0, end));
     rest.remove_prefix(std::min(end + 1, rest.size()));
     // Relative folders would make what is started depend on where this program was started.
-    if (!folder.starts_with('/')) continue;
-    if (std::string path = folder + "/" + program; isExecutable(path)) return path;
+    if (!path.starts_with('/')) continue;
+    path.append("/").append(program);
+    if (isExecutable(path)) return path;
   }
   return std::nullopt;
 }

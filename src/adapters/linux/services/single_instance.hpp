@@ -10,9 +10,9 @@
 #include <optional>
 #include <string>
 
+#include "adapters/linux/bus/session_bus.hpp"
 #include "adapters/linux/descriptor_loop.hpp"
 #include "adapters/linux/runtime/descriptor.hpp"
-#include "adapters/linux/bus/session_bus.hpp"
 #include "platform/main_queue.hpp"
 
 namespace velotap {

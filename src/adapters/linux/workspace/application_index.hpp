@@ -29,6 +29,7 @@ struct InstalledApplication {
   std::string windowClass;
   std::string program;
   bool inMenus = true;
+  std::string location{};  ///< path of the desktop entry
 };
 
 class ApplicationIndex {

@@ -60,7 +60,8 @@ class Reading {
                       .icon = std::move(entry->icon),
                       .windowClass = std::move(entry->windowClass),
                       .program = std::move(entry->program),
-                      .inMenus = entry->inMenus});
+                      .inMenus = entry->inMenus,
+                      .location = file.string()});
   }
 
   FolderWatch& watch_;

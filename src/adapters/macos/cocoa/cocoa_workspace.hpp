@@ -23,6 +23,14 @@ struct CocoaApplication {
   bool regular = false;  ///< has a place in the Dock
 };
 
+/// An application's bundle as its own description tells of it.
+struct CocoaBundle {
+  std::string path;
+  std::optional<std::string> bundleId = {};
+  std::optional<std::string> displayName = {};
+  std::optional<std::string> bundleName = {};
+};
+
 enum class WorkspaceNotice { willSleep, didWake, didActivate };
 
 class CocoaWorkspace {
@@ -38,6 +46,10 @@ class CocoaWorkspace {
   /// Main thread, as all that follows.
   [[nodiscard]] virtual std::optional<CocoaApplication> frontmost() = 0;
   [[nodiscard]] virtual std::vector<CocoaApplication> running() = 0;
+  /// Where the system would start this application from; nothing when it is not installed.
+  [[nodiscard]] virtual std::optional<CocoaBundle> bundleWithId(const std::string& bundleId) = 0;
+  /// The bundles in the folders that applications are kept in, and one level of folders below.
+  [[nodiscard]] virtual std::vector<CocoaBundle> bundlesInApplicationFolders() = 0;
   /// Calls back on the main thread; with the application that the notice names, if it does.
   [[nodiscard]] virtual Observation observe(
       WorkspaceNotice notice, std::function<void(const std::optional<CocoaApplication>&)> told) = 0;

@@ -35,6 +35,40 @@ std::optional<CocoaApplication> applicationIn(NSNotification* notification) {
   return told(application);
 }
 
+std::optional<std::string> entry(NSBundle* bundle, NSString* key) {
+  id value = [bundle objectForInfoDictionaryKey:key];
+  if (![value isKindOfClass:[NSString class]]) return std::nullopt;
+  return textOf(value);
+}
+
+std::optional<CocoaBundle> bundleAt(NSURL* place) {
+  auto path = textOf(place.path);
+  NSBundle* bundle = path ? [NSBundle bundleWithPath:foundationText(*path)] : nil;
+  if (bundle == nil) return std::nullopt;
+  return CocoaBundle{.path = std::move(*path),
+                     .bundleId = textOf(bundle.bundleIdentifier),
+                     .displayName = entry(bundle, @"CFBundleDisplayName"),
+                     .bundleName = entry(bundle, @"CFBundleName")};
+}
+
+NSArray<NSURL*>* filesIn(NSURL* folder) {
+  return
+      [NSFileManager.defaultManager contentsOfDirectoryAtURL:folder
+                                  includingPropertiesForKeys:nil
+                                                     options:NSDirectoryEnumerationSkipsHiddenFiles
+                                                       error:nil];
+}
+
+void addBundles(std::vector<CocoaBundle>& bundles, NSURL* folder, int levels) {
+  for (NSURL* file in filesIn(folder)) {
+    if ([file.pathExtension isEqualToString:@"app"]) {
+      if (auto bundle = bundleAt(file)) bundles.push_back(std::move(*bundle));
+    } else if (levels > 0) {
+      addBundles(bundles, file, levels - 1);
+    }
+  }
+}
+
 class SystemWorkspace final : public CocoaWorkspace {
  public:
   std::optional<std::string> ownBundleId() override {
@@ -64,6 +98,21 @@ class SystemWorkspace final : public CocoaWorkspace {
       if (auto known = told(application)) applications.push_back(std::move(*known));
     }
     return applications;
+  }
+
+  std::optional<CocoaBundle> bundleWithId(const std::string& bundleId) override {
+    NSString* identifier = foundationText(bundleId);
+    if (identifier == nil) return std::nullopt;
+    NSURL* place = [NSWorkspace.sharedWorkspace URLForApplicationWithBundleIdentifier:identifier];
+    return place != nil ? bundleAt(place) : std::nullopt;
+  }
+
+  std::vector<CocoaBundle> bundlesInApplicationFolders() override {
+    std::vector<CocoaBundle> bundles;
+    NSArray<NSURL*>* folders = [NSFileManager.defaultManager URLsForDirectory:NSApplicationDirectory
+                                                                    inDomains:NSAllDomainsMask];
+    for (NSURL* folder in folders) addBundles(bundles, folder, 1);
+    return bundles;
   }
 
   Observation observe(WorkspaceNotice notice,

@@ -46,7 +46,8 @@ struct Listener : std::enable_shared_from_this<Listener> {
 // and never released here. It means nothing when the system only tells of a disabled tap.
 CGEventRef tapCallback(CGEventTapProxy, CGEventType type, CGEventRef event,
                        void* context) noexcept {
-  const auto listener = static_cast<Listener*>(context)->shared_from_this();
+  const auto listener = static_cast<Listener*>(context)->weak_from_this().lock();
+  if (listener == nullptr) return event;
   if (type == kCGEventTapDisabledByTimeout || type == kCGEventTapDisabledByUserInput) {
     listener->callbacks.disabled(type == kCGEventTapDisabledByTimeout ? TapDisabled::byTimeout
                                                                       : TapDisabled::byUserInput);

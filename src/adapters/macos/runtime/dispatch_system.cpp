@@ -4,7 +4,8 @@ namespace velotap {
 
 const DispatchApi& DispatchApi::system() {
   static const DispatchApi api = {
-      .dispatch_get_main_queue = &::dispatch_get_main_queue,
+      // Inline, and typed as the main queue, which a pointer to a function must not be.
+      .dispatch_get_main_queue = []() -> dispatch_queue_t { return ::dispatch_get_main_queue(); },
       .dispatch_time = &::dispatch_time,
       .dispatch_async_f = &::dispatch_async_f,
       .dispatch_after_f = &::dispatch_after_f,

@@ -21,6 +21,7 @@ class FakeWorkspace final : public CocoaWorkspace {
   std::optional<std::string> path = "/Applications/Velotap.app";
   Told front;
   std::vector<CocoaApplication> applications;
+  std::vector<CocoaBundle> bundles;
   std::vector<std::string> opened;
   std::vector<std::string> revealed;
   bool opens = true;
@@ -34,6 +35,13 @@ class FakeWorkspace final : public CocoaWorkspace {
   }
   Told frontmost() override { return front; }
   std::vector<CocoaApplication> running() override { return applications; }
+  std::optional<CocoaBundle> bundleWithId(const std::string& bundleId) override {
+    for (const CocoaBundle& bundle : bundles) {
+      if (bundle.bundleId == bundleId) return bundle;
+    }
+    return std::nullopt;
+  }
+  std::vector<CocoaBundle> bundlesInApplicationFolders() override { return bundles; }
   Observation observe(WorkspaceNotice notice, std::function<void(const Told&)> told) override {
     return observers_[notice].add(std::move(told));
   }
@@ -41,7 +49,7 @@ class FakeWorkspace final : public CocoaWorkspace {
     opened.push_back(url);
     return opens;
   }
-  void reveal(const std::string& path) override { revealed.push_back(path); }
+  void reveal(const std::string& file) override { revealed.push_back(file); }
 
   void tell(WorkspaceNotice notice, const Told& application = std::nullopt) {
     observers_[notice].notify(application);

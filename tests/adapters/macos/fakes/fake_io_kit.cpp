@@ -82,7 +82,8 @@ void FakeIoKit::happen(const std::string& type, int services) {
   for (const io_iterator_t iterator : armed) {
     const auto found = notifications_.find(iterator);
     if (found == notifications_.end()) continue;
-    EXPECT_EQ(cf_.loopSources.size(), 1U) << "nobody serves the port";
+    EXPECT_EQ(std::count(cf_.loopSources.begin(), cf_.loopSources.end(), source_), 1)
+        << "nobody serves the port";
     const Notification told = found->second;
     told.callback(told.context, iterator);
   }

@@ -7,7 +7,7 @@ typedef CGRect NSRect;
 typedef CGPoint NSPoint;
 typedef CGSize NSSize;
 
-@class NSEvent, NSImage, NSMenu, NSStatusItem;
+@class NSEvent, NSImage, NSMenu, NSStatusItem, UTType;
 
 typedef enum NSApplicationActivationPolicy : NSInteger {
   NSApplicationActivationPolicyRegular = 0,
@@ -59,6 +59,7 @@ static const NSControlStateValue NSControlStateValueOn = 1;
 @end
 
 @interface NSImage : NSObject
+- (void)drawInRect:(NSRect)rect;
 + (instancetype)imageWithSystemSymbolName:(NSString*)name
                  accessibilityDescription:(NSString*)description;
 - (void)setTemplate:(BOOL)isTemplate;
@@ -126,6 +127,61 @@ static const CGFloat NSSquareStatusItemLength = -2.0;
 - (void)removeStatusItem:(NSStatusItem*)item;
 @end
 
+static const NSModalResponse NSModalResponseOK = 1;
+
+@interface NSSavePanel : NSObject
+@property(copy) NSURL* directoryURL;
+@property(readonly, copy) NSURL* URL;
+@property(copy) NSString* message;
+@property(copy) NSString* nameFieldStringValue;
+@property(copy) NSArray<UTType*>* allowedContentTypes;
+@property BOOL canCreateDirectories;
++ (NSSavePanel*)savePanel;
+- (NSModalResponse)runModal;
+@end
+
+@interface NSOpenPanel : NSSavePanel
+@property(readonly, copy) NSArray<NSURL*>* URLs;
+@property BOOL allowsMultipleSelection;
++ (NSOpenPanel*)openPanel;
+@end
+
+typedef NSString* NSPasteboardType;
+
+@interface NSPasteboard : NSObject
+@property(class, readonly) NSPasteboard* generalPasteboard;
+- (NSInteger)clearContents;
+- (BOOL)setString:(NSString*)text forType:(NSPasteboardType)type;
+@end
+
+typedef NSString* NSColorSpaceName;
+typedef NSString* NSBitmapImageRepPropertyKey;
+typedef enum NSBitmapImageFileType : NSUInteger {
+  NSBitmapImageFileTypePNG = 4
+} NSBitmapImageFileType;
+
+@interface NSBitmapImageRep : NSObject
+- (instancetype)initWithBitmapDataPlanes:(unsigned char**)planes
+                              pixelsWide:(NSInteger)width
+                              pixelsHigh:(NSInteger)height
+                           bitsPerSample:(NSInteger)bits
+                         samplesPerPixel:(NSInteger)samples
+                                hasAlpha:(BOOL)alpha
+                                isPlanar:(BOOL)planar
+                          colorSpaceName:(NSColorSpaceName)space
+                             bytesPerRow:(NSInteger)rowBytes
+                            bitsPerPixel:(NSInteger)pixelBits;
+- (NSData*)representationUsingType:(NSBitmapImageFileType)type
+                        properties:(NSDictionary<NSBitmapImageRepPropertyKey, id>*)properties;
+@end
+
+@interface NSGraphicsContext : NSObject
+@property(class, strong) NSGraphicsContext* currentContext;
++ (NSGraphicsContext*)graphicsContextWithBitmapImageRep:(NSBitmapImageRep*)bitmap;
++ (void)saveGraphicsState;
++ (void)restoreGraphicsState;
+@end
+
 @interface NSAlert : NSObject
 @property(copy) NSString* messageText;
 @property(copy) NSString* informativeText;
@@ -156,6 +212,8 @@ static const CGFloat NSSquareStatusItemLength = -2.0;
 @end
 
 extern "C" {
+extern NSPasteboardType const NSPasteboardTypeString;
+extern NSColorSpaceName const NSDeviceRGBColorSpace;
 typedef NSString* NSAccessibilityNotificationName;
 typedef NSString* NSAccessibilityNotificationUserInfoKey;
 extern NSAccessibilityNotificationName const NSAccessibilityAnnouncementRequestedNotification;

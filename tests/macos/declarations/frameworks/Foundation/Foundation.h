@@ -111,21 +111,30 @@ struct NSFastEnumerationState {
 
 @interface NSURL : NSObject
 @property(readonly, copy) NSString* path;
+@property(readonly, copy) NSString* pathExtension;
 + (instancetype)URLWithString:(NSString*)text;
 + (instancetype)fileURLWithPath:(NSString*)path;
 + (instancetype)fileURLWithPath:(NSString*)path isDirectory:(BOOL)directory;
 @end
 
 typedef enum NSSearchPathDirectory : NSUInteger {
+  NSApplicationDirectory = 1,
   NSApplicationSupportDirectory = 14
 } NSSearchPathDirectory;
 typedef NSUInteger NSSearchPathDomainMask;
-enum : NSSearchPathDomainMask { NSUserDomainMask = 1 };
+enum : NSSearchPathDomainMask { NSUserDomainMask = 1, NSAllDomainsMask = 0x0ffff };
+typedef NSUInteger NSDirectoryEnumerationOptions;
+enum : NSDirectoryEnumerationOptions { NSDirectoryEnumerationSkipsHiddenFiles = 1 << 2 };
+typedef NSString* NSURLResourceKey;
 
 @interface NSFileManager : NSObject
 @property(class, readonly) NSFileManager* defaultManager;
 - (NSArray<NSURL*>*)URLsForDirectory:(NSSearchPathDirectory)directory
                            inDomains:(NSSearchPathDomainMask)domains;
+- (NSArray<NSURL*>*)contentsOfDirectoryAtURL:(NSURL*)folder
+                  includingPropertiesForKeys:(NSArray<NSURLResourceKey>*)keys
+                                     options:(NSDirectoryEnumerationOptions)options
+                                       error:(NSError**)error;
 @end
 
 @interface NSBundle : NSObject

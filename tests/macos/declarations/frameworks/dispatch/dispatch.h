@@ -3,9 +3,7 @@
 
 #include <stdint.h>
 
-#ifdef __cplusplus
 extern "C" {
-#endif
 
 typedef struct dispatch_queue_s* dispatch_queue_t;
 typedef uint64_t dispatch_time_t;
@@ -17,13 +15,14 @@ typedef void (*dispatch_function_t)(void* context);
 struct dispatch_queue_s {
   char opaque;
 };
-extern struct dispatch_queue_s _dispatch_main_q;
-static inline dispatch_queue_t dispatch_get_main_queue(void) { return &_dispatch_main_q; }
+// The main queue has a type of its own, which is a queue.
+typedef struct dispatch_queue_main_s : dispatch_queue_s {
+}* dispatch_queue_main_t;
+extern struct dispatch_queue_main_s _dispatch_main_q;
+static inline dispatch_queue_main_t dispatch_get_main_queue(void) { return &_dispatch_main_q; }
 dispatch_time_t dispatch_time(dispatch_time_t when, int64_t nanoseconds);
 void dispatch_async_f(dispatch_queue_t queue, void* context, dispatch_function_t work);
 void dispatch_after_f(dispatch_time_t when, dispatch_queue_t queue, void* context,
                       dispatch_function_t work);
 
-#ifdef __cplusplus
 }
-#endif

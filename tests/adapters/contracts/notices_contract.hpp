@@ -1,0 +1,106 @@
+// What every SystemNotices promises, whoever notices.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "platform/system_notices.hpp"
+
+namespace velotap::test {
+
+class NoticesWorld {
+ public:
+  virtual ~NoticesWorld() = default;
+  [[nodiscard]] virtual SystemNotices& notices() = 0;
+  virtual void attach() = 0;
+  virtual void detach() = 0;
+  virtual void fallAsleep() = 0;
+  virtual void wakeUp() = 0;
+  virtual void reconfigureDisplays() = 0;
+  virtual void failPort() = 0;
+  virtual void failAttach(int error) = 0;
+  virtual void failDetach(int error) = 0;
+};
+
+template <typename World>
+class NoticesContract : public ::testing::Test {
+ protected:
+  SystemNotices::DeviceWatch watchDevices() {
+    return world_.notices().watchDevices([this] { ++attached_; }, [this] { ++detached_; });
+  }
+  World world_;
+  int attached_ = 0;
+  int detached_ = 0;
+};
+
+TYPED_TEST_SUITE_P(NoticesContract);
+
+TYPED_TEST_P(NoticesContract, devicesAreToldAsTheyComeAndGo) {
+  auto watch = this->watchDevices();
+  EXPECT_FALSE(watch.portFailed || watch.attachError || watch.detachError);
+  EXPECT_EQ(this->attached_ + this->detached_, 0);
+  this->world_.attach();
+  this->world_.attach();
+  this->world_.detach();
+  EXPECT_EQ(this->attached_, 2);
+  EXPECT_EQ(this->detached_, 1);
+  watch.observation.reset();
+  this->world_.attach();
+  this->world_.detach();
+  EXPECT_EQ(this->attached_ + this->detached_, 3);
+}
+
+TYPED_TEST_P(NoticesContract, withoutAPortNothingIsWatched) {
+  this->world_.failPort();
+  EXPECT_TRUE(this->watchDevices().portFailed);
+}
+
+TYPED_TEST_P(NoticesContract, oneWatchThatFailsLeavesTheOther) {
+  this->world_.failAttach(5);
+  auto watch = this->watchDevices();
+  EXPECT_EQ(watch.attachError, 5);
+  EXPECT_FALSE(watch.detachError);
+  this->world_.detach();
+  EXPECT_EQ(this->detached_, 1);
+  EXPECT_EQ(this->attached_, 0);
+}
+
+TYPED_TEST_P(NoticesContract, theOtherWatchFailsOnItsOwnToo) {
+  this->world_.failDetach(6);
+  auto watch = this->watchDevices();
+  EXPECT_EQ(watch.detachError, 6);
+  this->world_.attach();
+  EXPECT_EQ(this->attached_, 1);
+}
+
+TYPED_TEST_P(NoticesContract, sleepAndWakeAreTold) {
+  int sleeps = 0;
+  int wakes = 0;
+  Observation watching = this->world_.notices().watchSleep([&] { ++sleeps; }, [&] { ++wakes; });
+  this->world_.fallAsleep();
+  EXPECT_EQ(sleeps, 1);
+  EXPECT_EQ(wakes, 0);
+  this->world_.wakeUp();
+  EXPECT_EQ(wakes, 1);
+  watching.reset();
+  this->world_.fallAsleep();
+  this->world_.wakeUp();
+  EXPECT_EQ(sleeps + wakes, 2);
+}
+
+TYPED_TEST_P(NoticesContract, displaysAreToldEachTime) {
+  int told = 0;
+  Observation watching = this->world_.notices().watchDisplays([&] { ++told; });
+  this->world_.reconfigureDisplays();
+  this->world_.reconfigureDisplays();
+  EXPECT_EQ(told, 2);
+  watching.reset();
+  this->world_.reconfigureDisplays();
+  EXPECT_EQ(told, 2);
+}
+
+REGISTER_TYPED_TEST_SUITE_P(NoticesContract, devicesAreToldAsTheyComeAndGo,
+                            withoutAPortNothingIsWatched, oneWatchThatFailsLeavesTheOther,
+                            theOtherWatchFailsOnItsOwnToo, sleepAndWakeAreTold,
+                            displaysAreToldEachTime);
+
+}  // namespace velotap::test

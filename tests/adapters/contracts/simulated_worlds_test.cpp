@@ -1,0 +1,147 @@
+#include <array>
+#include <cstdio>
+#include <variant>
+
+#include "adapters/simulated/simulated_event_stream.hpp"
+#include "adapters/simulated/simulated_event_taps.hpp"
+#include "adapters/simulated/simulated_keyboard_layout.hpp"
+#include "adapters/simulated/simulated_main_queue.hpp"
+#include "adapters/simulated/simulated_notices.hpp"
+#include "adapters/simulated/simulated_workspace.hpp"
+#include "event_stream_contract.hpp"
+#include "event_taps_contract.hpp"
+#include "keyboard_layout_contract.hpp"
+#include "main_queue_contract.hpp"
+#include "notices_contract.hpp"
+#include "workspace_contract.hpp"
+
+namespace velotap::test {
+namespace {
+
+class SimulatedQueueWorld final : public MainQueueWorld {
+ public:
+  MainQueue& queue() override { return queue_; }
+  void runReady() override { queue_.runDue(); }
+  void advance(double seconds) override {
+    queue_.runUntil(clock_.now() + std::chrono::duration_cast<VirtualTime>(
+                                       std::chrono::duration<double>(seconds)));
+  }
+
+ private:
+  SimulatedClock clock_;
+  SimulatedMainQueue queue_{clock_};
+};
+
+class SimulatedTapsWorld final : public EventTapsWorld {
+ public:
+  EventTaps& taps() override { return taps_; }
+  void refuse(TapLocation location) override { taps_.setInstallable(location, false); }
+  std::optional<WorldEvent> send(WorldEvent event) override {
+    const auto passed = taps_.send({event.type, event.button, event.number}, EventOrigin::session);
+    if (!passed) return std::nullopt;
+    return WorldEvent{passed->type, passed->button, passed->number};
+  }
+  void disable(TapDisabled reason, bool revives) override {
+    taps_.disable(TapLocation::session, reason, revives);
+  }
+
+ private:
+  SimulatedEventTaps taps_;
+};
+
+std::string hexadecimal(std::uint64_t value) {
+  std::array<char, 32> text{};
+  std::snprintf(text.data(), text.size(), "0x%llx", static_cast<unsigned long long>(value));
+  return text.data();
+}
+
+struct Line {
+  std::string operator()(const MouseEvent& event) const {
+    return "mouse " + std::to_string(static_cast<int>(event.type)) + " " +
+           std::to_string(event.button) + place(event.location.x, event.location.y);
+  }
+  std::string operator()(const KeyEvent& event) const {
+    return "key " + std::to_string(event.keyCode) + (event.down ? " down " : " up ") +
+           hexadecimal(event.flags);
+  }
+  std::string operator()(const GestureEvent& event) const {
+    return (event.kind == GestureKind::magnify ? "magnify " : "rotate ") +
+           std::to_string(static_cast<int>(event.phase)) + " " + number(event.value) +
+           place(event.location.x, event.location.y);
+  }
+};
+
+class SimulatedStreamWorld final : public EventStreamWorld {
+ public:
+  EventStream& events() override { return events_; }
+  void setPointer(std::optional<Point> location) override { events_.setPointer(location); }
+  void failMouse() override {
+    events_.setMouseFailure([](MouseEventType) { return true; });
+  }
+  void failKeys() override {
+    events_.setKeyFailure([](bool) { return true; });
+  }
+  std::vector<std::string> posted() override { return posted_; }
+
+ private:
+  SimulatedEventStream events_;
+  std::vector<std::string> posted_;
+  Observation posts_ = events_.observePosts(
+      [this](const PostedEvent& event) { posted_.push_back(std::visit(Line(), event)); });
+};
+
+class SimulatedLayoutWorld final : public KeyboardLayoutWorld {
+ public:
+  KeyboardLayout& layout() override { return layout_; }
+  void select(std::optional<Keys> keys) override { layout_.select(std::move(keys)); }
+
+ private:
+  SimulatedKeyboardLayout layout_;
+};
+
+class SimulatedWorkspaceWorld final : public WorkspaceWorld {
+ public:
+  Workspace& workspace() override { return workspace_; }
+  void activate(std::optional<RunningApplication> application) override {
+    workspace_.activate(std::move(application));
+  }
+
+ private:
+  SimulatedWorkspace workspace_;
+};
+
+class SimulatedNoticesWorld final : public NoticesWorld {
+ public:
+  SystemNotices& notices() override { return notices_; }
+  void attach() override { notices_.deviceAttached(); }
+  void detach() override { notices_.deviceDetached(); }
+  void fallAsleep() override { notices_.willSleep(); }
+  void wakeUp() override { notices_.didWake(); }
+  void reconfigureDisplays() override { notices_.displayReconfigured(); }
+  void failPort() override {
+    failures_.port = true;
+    notices_.setFailures(failures_);
+  }
+  void failAttach(int error) override {
+    failures_.attach = error;
+    notices_.setFailures(failures_);
+  }
+  void failDetach(int error) override {
+    failures_.detach = error;
+    notices_.setFailures(failures_);
+  }
+
+ private:
+  SimulatedNotices notices_;
+  SimulatedNotices::Failures failures_;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, MainQueueContract, SimulatedQueueWorld);
+INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, EventTapsContract, SimulatedTapsWorld);
+INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, EventStreamContract, SimulatedStreamWorld);
+INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, KeyboardLayoutContract, SimulatedLayoutWorld);
+INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, WorkspaceContract, SimulatedWorkspaceWorld);
+INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, NoticesContract, SimulatedNoticesWorld);
+
+}  // namespace
+}  // namespace velotap::test

@@ -1,0 +1,104 @@
+#!/usr/bin/env python3
+"""Tests of the checks themselves: what they accept and what they complain about."""
+
+import pathlib
+import struct
+import subprocess
+import sys
+import tempfile
+import unittest
+
+import check_bundle
+import stubs
+
+HERE = pathlib.Path(__file__).resolve().parent
+PACKAGING = HERE.parent.parent / "packaging" / "macos"
+QUARTZ = "/System/Library/Frameworks/CoreGraphics.framework/Versions/A/CoreGraphics"
+SYSTEM = "/usr/lib/libSystem.B.dylib"
+
+
+def complaints(checks):
+    return [complaint for good, complaint in checks if not good]
+
+
+class Stubs(unittest.TestCase):
+    def test_a_list_names_libraries_and_their_symbols(self):
+        text = f"# a comment\n\n[{QUARTZ}]\n_CGEventPost\n_CGEventCreate # why\n[{SYSTEM}]\n_open\n"
+        self.assertEqual(stubs.libraries(text),
+                         {QUARTZ: ["_CGEventPost", "_CGEventCreate"], SYSTEM: ["_open"]})
+
+    def test_a_symbol_may_be_one_architectures_only(self):
+        text = f"[{SYSTEM}]\n_open\n___bzero x86_64\n"
+        self.assertEqual(stubs.libraries(text, "arm64"), {SYSTEM: ["_open"]})
+        self.assertEqual(stubs.libraries(text, "x86_64"), {SYSTEM: ["_open", "___bzero"]})
+        self.assertEqual(stubs.libraries(text), {SYSTEM: ["_open", "___bzero"]})
+
+    def test_stubs_lie_where_the_linker_looks(self):
+        self.assertEqual(str(stubs.path_of(QUARTZ)),
+                         "System/Library/Frameworks/CoreGraphics.framework/CoreGraphics.tbd")
+        self.assertEqual(str(stubs.path_of(SYSTEM)), "usr/lib/libSystem.tbd")
+        self.assertEqual(str(stubs.path_of("/usr/lib/libobjc.A.dylib")), "usr/lib/libobjc.tbd")
+
+    def test_the_list_in_use_has_no_symbol_twice(self):
+        listed = stubs.libraries((HERE / "imports.txt").read_text(encoding="utf-8"))
+        symbols = [s for found in listed.values() for s in found]
+        self.assertGreater(len(symbols), 100)
+        self.assertEqual(sorted(set(symbols)), sorted(symbols))
+
+
+class Imports(unittest.TestCase):
+    listed = {QUARTZ: ["_CGEventPost"], SYSTEM: ["_open", "_close"]}
+
+    def test_a_framework_is_imported_exactly_and_the_c_library_at_most(self):
+        found = {"CoreGraphics": {"_CGEventPost"}, "libSystem": {"_open"}}
+        self.assertEqual(complaints(check_bundle.check_imports(found, self.listed)), [])
+
+    def test_each_deviation_is_told(self):
+        for found, words in (({"CoreGraphics": set()}, "no longer imported: _CGEventPost"),
+                             ({"CoreGraphics": {"_CGEventPost", "_CGNew"}}, "not on the list: _CGNew"),
+                             ({"CoreGraphics": {"_CGEventPost"}, "libSystem": {"_fork"}},
+                              "not on the list: _fork"),
+                             ({"CoreGraphics": {"_CGEventPost"}, "Metal": {"_x"}}, "Metal")):
+            told = complaints(check_bundle.check_imports(found, self.listed))
+            self.assertEqual(len(told), 1, told)
+            self.assertIn(words, told[0])
+
+    def test_lines_of_the_linkers_table_are_read(self):
+        line = ("__DATA_CONST __got              0x10007C048 pointer         0 AppKit"
+                "           _NSWorkspaceApplicationKey")
+        self.assertEqual(check_bundle.BIND.match(line).groups(),
+                         ("AppKit", "_NSWorkspaceApplicationKey"))
+
+
+class Plist(unittest.TestCase):
+    def test_an_empty_one_lacks_everything(self):
+        self.assertGreaterEqual(len(complaints(check_bundle.check_plist({}))), 16)
+
+    def test_what_was_not_filled_in_is_told(self):
+        told = complaints(check_bundle.check_plist({"SUFeedURL": "${VELOTAP_UPDATE_FEED}"}))
+        self.assertIn("Info.plist: not filled in: ['SUFeedURL']", told)
+
+
+class Icon(unittest.TestCase):
+    def test_every_size_is_there_and_the_lengths_add_up(self):
+        with tempfile.TemporaryDirectory() as folder:
+            path = pathlib.Path(folder) / "icon.icns"
+            subprocess.run([sys.executable, "-B", str(PACKAGING / "make_icon.py"), str(path)],
+                           check=True)
+            data = path.read_bytes()
+        self.assertEqual(data[:4], b"icns")
+        self.assertEqual(struct.unpack(">I", data[4:8])[0], len(data))
+        kinds, position = [], 8
+        while position < len(data):
+            kind, length = struct.unpack(">4sI", data[position:position + 8])
+            image = data[position + 8:position + length]
+            self.assertEqual(image[:8], b"\x89PNG\r\n\x1a\n")
+            kinds.append((kind, struct.unpack(">II", image[16:24])))
+            position += length
+        self.assertEqual(kinds, [(b"icp4", (16, 16)), (b"icp5", (32, 32)), (b"icp6", (64, 64)),
+                                 (b"ic07", (128, 128)), (b"ic08", (256, 256)),
+                                 (b"ic09", (512, 512))])
+
+
+if __name__ == "__main__":
+    unittest.main()
