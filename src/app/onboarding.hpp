@@ -49,14 +49,14 @@ class Onboarding {
  public:
   struct View {
     /// Makes the window, centred, titled and closable, and brings it to the front.
-    std::function<void(const std::string& title, double maximumHeight)> create;
-    std::function<void()> bringToFront;
-    std::function<void()> close;
-    std::function<bool()> isVisible;
-    std::function<void(const std::string& title)> setTitle;
+    std::function<void(const std::string& title, double maximumHeight)> create{};
+    std::function<void()> bringToFront{};
+    std::function<void()> close{};
+    std::function<bool()> isVisible{};
+    std::function<void(const std::string& title)> setTitle{};
     /// Height of the main screen without panels and docks; nothing without a screen.
-    std::function<std::optional<double>()> visibleScreenHeight;
-    std::function<void()> openPractice;
+    std::function<std::optional<double>()> visibleScreenHeight{};
+    std::function<void()> openPractice{};
   };
   struct Effects {
     std::function<bool()> openTrustSettings;  ///< false when they could not be shown

@@ -65,11 +65,11 @@ class TrayMenu {
   };
   /// What the view does. Empty ones are skipped: a system without a tray has no view.
   struct View {
-    std::function<void()> create;                    ///< make the status item, not yet visible
-    std::function<void(const StatusIcon&)> setIcon;  ///< never drawn as disabled
-    std::function<void(bool)> setVisible;
+    std::function<void()> create{};                    ///< make the status item, not yet visible
+    std::function<void(const StatusIcon&)> setIcon{};  ///< never drawn as disabled
+    std::function<void(bool)> setVisible{};
     /// Shows the menu at the status item, highlighted while it is open.
-    std::function<void(const std::vector<MenuItem>&)> popUpMenu;
+    std::function<void(const std::vector<MenuItem>&)> popUpMenu{};
   };
 
   TrayMenu(Services services, ApplicationEffects application, std::function<void()> showOnboarding,

@@ -89,8 +89,17 @@ def packages(root, path, text):
         "scripts/packages") else []
 
 
-RULES = {"includes": includes, "paths": paths, "platforms": platforms, "pointers": pointers, "unfinished": unfinished,
-         "sleeping": sleeping, "headers": headers, "lengths": lengths, "packages": packages}
+def views(root, path, text):
+    if path.suffix != ".qml" or path.parts[0] != "src":
+        return []
+    looks = [] if "theme" in path.parts else rules.view_looks(text)
+    return looks + rules.view_words(text)
+
+
+RULES = {"includes": includes, "paths": paths, "platforms": platforms,
+         "pointers": pointers, "unfinished": unfinished,
+         "sleeping": sleeping, "headers": headers, "lengths": lengths, "packages": packages,
+         "views": views}
 
 
 def main(arguments):

@@ -48,6 +48,16 @@ UNFINISHED = re.compile(r"\b(?:TOD[O]|FIXM[E]|XX[X]|HAC[K])\b|DISABLE[D]_|GTEST_
 SLEEPING = re.compile(r"\bsleep_(?:for|until)\b|\bu?sleep\(|\bnanosleep\(|\btime\.sleep\(|qWait\("
                       r"|^[ \t]*sleep [0-9]", re.MULTILINE)
 
+# What only the theme may say: colours, type, sizes other than nothing and a single point.
+VIEW_LOOKS = re.compile(
+    r"#[0-9a-fA-F]{3,8}\b|\bfont\.\w+|\bcolor:\s*\"|\bQt\.(?:rgba|hsla|darker|lighter)\b"
+    r"|\b(?:width|height|radius|size|spacing|pad|padding|x|y|\w+Margins?|\w+Padding):\s*[0-9]{2,}")
+
+# Words for people come from models; names of symbols and tones have no spaces or capitals.
+VIEW_WORDS = re.compile(
+    r"\b(?:text|title|caption|hint|name|help|action|summary|Accessible\.(?:name|description)):\s*"
+    r"\"[^\"]*[A-Za-z][^\"]*\"|\bqsTr")
+
 # What asks the compiler for which system it compiles.
 PLATFORM_CONDITION = re.compile(
     r"^[ \t]*#[ \t]*(?:el)?if.*\b(?:__APPLE__|__MACH__|__linux__|__unix__|_WIN32|__FreeBSD__"
@@ -105,6 +115,16 @@ def unfinished(text):
 
 def sleeping(text):
     return found(SLEEPING, text, "a test that sleeps")
+
+
+def view_looks(text):
+    """A view says what a thing is; the theme says how that looks."""
+    return found(VIEW_LOOKS, text, "a look that belongs into the theme")
+
+
+def view_words(text):
+    """Views hold no words: they would be in one language, and untested."""
+    return found(VIEW_WORDS, text, "words that belong into a model")
 
 
 def platform_conditions(text):

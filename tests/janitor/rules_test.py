@@ -70,6 +70,21 @@ class WordsTest(unittest.TestCase):
         self.assertEqual(rules.sleeping("watchSleep(a, b); // system will sleep 5"), [])
 
 
+class ViewsTest(unittest.TestCase):
+    def test_looks_belong_into_the_theme(self):
+        for text in ('color: "white"', "color: Qt.darker(a, 2)", "border.color: \"#123456\"",
+                     "font.pixelSize: s", "width: 56", "anchors.leftMargin: 12", "spacing: 10"):
+            self.assertTrue(rules.view_looks(text), text)
+        for text in ("width: parent.width", "spacing: Theme.snug", "x: 0", "color: Theme.card"):
+            self.assertEqual(rules.view_looks(text), [], text)
+
+    def test_words_belong_into_models(self):
+        for text in ('text: "Done"', 'Accessible.name: "x"', 'text: qsTr("a")', 'title: "two words"'):
+            self.assertTrue(rules.view_words(text), text)
+        for text in ("text: root.s.title", 'symbol: "hand.tap"', 'text: ""', 'kind: "title"'):
+            self.assertEqual(rules.view_words(text), [], text)
+
+
 class PlatformsTest(unittest.TestCase):
     def test_questions_for_the_system_are_found(self):
         for text in ("#ifdef __APPLE__", "# if defined(__linux__) && x", "#elif TARGET_OS_OSX",

@@ -1,8 +1,15 @@
 #include "app/qt/desktop_application.hpp"
 
+#include <QClipboard>
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QGuiApplication>
+#include <QSaveFile>
+#include <QSysInfo>
+#include <QUrl>
 #include <QVariantMap>
 #include <utility>
 
@@ -10,6 +17,9 @@
 #include "gestures/tap_activity_log.hpp"
 #include "gestures/touch_engine.hpp"
 #include "platform/platform.hpp"
+#include "platform/shell_platform.hpp"
+#include "settings/window/about_object.hpp"
+#include "settings/window/apps_object.hpp"
 #include "settings/window/general_object.hpp"
 #include "settings/window/gestures_object.hpp"
 #include "settings/window/practice_object.hpp"
@@ -33,6 +43,41 @@ std::int64_t secondsOf(std::chrono::system_clock::time_point moment) {
 
 DefaultsStore& defaults() {
   return DefaultsStore::shared();
+}
+
+bool copyText(const std::string& text) {
+  QClipboard* clipboard = QGuiApplication::clipboard();
+  clipboard->setText(qt(text));
+  return clipboard->text() == qt(text);
+}
+
+bool openUrl(const std::string& url) {
+  return ShellPlatform::current().urls.open(url);
+}
+
+// Identifiers of the desktop entries that the person picks.
+std::vector<std::string> chooseApplications(const std::string& message) {
+  std::vector<std::string> ids;
+  const QStringList files = QFileDialog::getOpenFileNames(
+      nullptr, qt(message), QStringLiteral("/usr/share/applications"), QStringLiteral("*.desktop"));
+  for (const QString& file : files) {
+    ids.push_back(QFileInfo(file).completeBaseName().toStdString());
+  }
+  return ids;
+}
+
+bool saveText(std::string_view name, const std::string& text) {
+  const QString path = QFileDialog::getSaveFileName(nullptr, {}, qt(name));
+  if (path.isEmpty()) return true;
+  QSaveFile file(path);
+  const QByteArray bytes = QByteArray::fromStdString(text);
+  return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+}
+
+std::string notices() {
+  QFile file(QStringLiteral(":/velotap/ThirdPartyNotices.txt"));
+  if (!file.open(QIODevice::ReadOnly)) return {};
+  return file.readAll().toStdString();
 }
 
 }  // namespace
@@ -194,6 +239,57 @@ void DesktopApplication::toggleLaunchAtLogin() {
                             .buttons = {failure.dismiss}});
 }
 
+SupportFacts DesktopApplication::supportFacts() {
+  const Config& config = Config::shared();
+  const CenterBand band = config.centerBand();
+  return {.build = {.version = VELOTAP_VERSION, .build = VELOTAP_BUILD, .notice = VELOTAP_NOTICE},
+          .system = QSysInfo::prettyProductName().section(u' ', 0, 0).toStdString(),
+          .systemVersion =
+              (QSysInfo::productVersion() + u' ' + QSysInfo::kernelVersion()).toStdString(),
+          .enabled = config.enabled(),
+          .accessibilityGranted = Permissions::shared().granted(),
+          .tuning = {.maxTapDurationMs = static_cast<int>(config.maxTapDuration() * 1000 + 0.5),
+                     .maxTapDrift = config.maxTapDrift(),
+                     .pinchSensitivity = config.pinchSensitivity(),
+                     .centerMinX = band.lower,
+                     .centerMaxX = band.upper},
+          .connectedDevices = TouchEngine::shared().connectedDeviceClasses(),
+          .ignoredApps = config.ignoredApps().size(),
+          .keystrokeZoomApps = config.keystrokeZoomApps().size()};
+}
+
+void DesktopApplication::makeListPanes(PanesObject& panes) {
+  panes.apps = new AppsObject(
+      {.config = Config::shared(),
+       .applications = desktop_.applications,
+       .options = {.compatibility = compatibilityAppsOfLinux(),
+                   .suggestsInstalledOnly = true,
+                   .hidesFrontApplication = desktop_.hidesFrontApplication()},
+       .ownBundleID = std::string(kSettingsDomain),
+       .texts = [] { return texts(); },
+       .announce =
+           [](const std::string& text) {
+             AccessibilityAnnouncements::shared().post(text, AnnouncementPriority::high);
+           },
+       .choose = &chooseApplications,
+       .copy = &copyText,
+       .reveal =
+           [](const std::string& location) {
+             openUrl(QUrl::fromLocalFile(QFileInfo(qt(location)).path()).toEncoded().toStdString());
+           },
+       .icon = desktop_.icon},
+      &panes);
+  panes.about =
+      new AboutObject({.texts = [] { return texts(); },
+                       .facts = [this] { return supportFacts(); },
+                       .canCheckForUpdates = [] { return Updater::shared().canCheckForUpdates(); },
+                       .checkForUpdates = [] { Updater::shared().checkForUpdates(); },
+                       .contact = {.open = &openUrl, .copy = &copyText},
+                       .save = &saveText,
+                       .notices = &notices},
+                      &panes);
+}
+
 void DesktopApplication::makePanes(PanesObject& panes) {
   const auto words = [] { return texts(); };
   panes.general = new GeneralObject(
@@ -237,13 +333,14 @@ void DesktopApplication::makePanes(PanesObject& panes) {
                                        },
                                    .showGestures = [this] { showPane(PreferencesTab::gestures); }},
                                   &panes);
-  panes.practice = new PracticeObject(
-      {.texts = words,
-       .setTarget = [](std::optional<Rect> rectangle) { PracticeTarget::shared().set(rectangle); },
-       .showGeneral = [this] { showPane(PreferencesTab::general); },
-       .showGestures = [this] { showPane(PreferencesTab::gestures); },
-       .showTuning = [this] { showPane(PreferencesTab::tuning); }},
-      &panes);
+  makeListPanes(panes);
+  panes.practice =
+      new PracticeObject({.target = PracticeTarget::shared(),
+                          .texts = words,
+                          .showGeneral = [this] { showPane(PreferencesTab::general); },
+                          .showGestures = [this] { showPane(PreferencesTab::gestures); },
+                          .showTuning = [this] { showPane(PreferencesTab::tuning); }},
+                         &panes);
 }
 
 }  // namespace velotap

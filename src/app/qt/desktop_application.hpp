@@ -15,9 +15,11 @@
 #include "input/gesture_device.hpp"
 #include "localization/system_regional_settings.hpp"
 #include "platform/announcements.hpp"
+#include "platform/applications.hpp"
 #include "settings/general_pane.hpp"
 #include "settings/gestures_pane.hpp"
 #include "settings/retained_touches.hpp"
+#include "settings/support_snapshot.hpp"
 #include "settings/window/settings_window.hpp"
 
 namespace velotap {
@@ -36,6 +38,8 @@ class DesktopApplication {
  public:
   /// What the desktop beneath knows and the ports do not say.
   struct Desktop {
+    Applications& applications;
+    std::function<std::string(const std::string& bundleID)> icon;
     std::function<bool()> hidesFrontApplication;
     QString currentDesktop;
     QString frameFile;
@@ -55,6 +59,8 @@ class DesktopApplication {
   void makePanes(PanesObject& panes);
   [[nodiscard]] GeneralFacts generalFacts();
   [[nodiscard]] GestureFacts gestureFacts();
+  [[nodiscard]] SupportFacts supportFacts();
+  void makeListPanes(PanesObject& panes);
   void setEnabled(bool on);
   void toggleLaunchAtLogin();
   void showPane(PreferencesTab tab);

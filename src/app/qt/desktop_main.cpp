@@ -7,6 +7,7 @@
 #include <csignal>
 #include <iostream>
 
+#include "adapters/linux/applications/linux_applications.hpp"
 #include "adapters/linux/desktop/linux_desktop.hpp"
 #include "adapters/linux/desktop/linux_shell.hpp"
 #include "adapters/linux/desktop/passive_adapters.hpp"
@@ -18,6 +19,7 @@
 // After the headers above: Qt makes a macro of a word that they use.
 #include <QApplication>
 #include <QDir>
+#include <QLocale>
 
 #include "adapters/qt/desktop/qt_alerts.hpp"
 #include "adapters/qt/desktop/qt_regional_settings.hpp"
@@ -25,6 +27,7 @@
 #include "app/qt/desktop_application.hpp"
 #include "config/app_identity.hpp"
 #include "platform/shell_platform.hpp"
+#include "settings/capture/qt_capture_studio.hpp"
 
 namespace velotap {
 namespace {
@@ -51,6 +54,23 @@ std::string stateFolder() {
   return environmentOr("XDG_STATE_HOME", (QDir::homePath() + "/.local/state").toUtf8().constData());
 }
 
+// Pictures need neither a display nor a home; only the type that the program carries is used.
+std::optional<int> takePictures(int argc, char** argv) {
+  const std::vector<std::string_view> arguments(argv, argv + argc);
+  std::unique_ptr<QGuiApplication> application;
+  std::unique_ptr<QtCaptureStudio> studio;
+  return captureSettingsIfRequested(
+      arguments,
+      [&]() -> CaptureStudio& {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        application = std::make_unique<QGuiApplication>(argc, argv);
+        studio = std::make_unique<QtCaptureStudio>(QLocale::system().name().toStdString(),
+                                                   VELOTAP_VERSION, VELOTAP_BUILD);
+        return *studio;
+      },
+      [](std::string_view line) { std::cerr << line << std::flush; });
+}
+
 int run(QApplication& application, const Descriptor& interrupts) {
   const SessionEnvironment session = SessionEnvironment::ofThisProcess();
   auto instance = SingleInstance::claim(session.runtimeFolder);
@@ -72,9 +92,12 @@ int run(QApplication& application, const Descriptor& interrupts) {
   QtRegionalSettings regional;
   SystemRegionalSettings::setSystem(regional);
 
+  LinuxApplications applications(desktop.workspace().applications());
   DesktopApplication velotap(
       context,
-      {.hidesFrontApplication =
+      {.applications = applications,
+       .icon = [&applications](const std::string& id) { return applications.icon(id); },
+       .hidesFrontApplication =
            [&desktop] { return desktop.workspace().source().kind == FrontSourceKind::none; },
        .currentDesktop = QString::fromStdString(session.currentDesktop),
        .frameFile = QString::fromStdString(stateFolder() + "/velotap/windows.ini")});
@@ -92,6 +115,7 @@ int run(QApplication& application, const Descriptor& interrupts) {
 
 int main(int argc, char** argv) {
   using namespace velotap;
+  if (const auto status = takePictures(argc, argv)) return *status;
   std::signal(SIGPIPE, SIG_IGN);
   const Descriptor interrupts = takeInterrupts();
   QApplication application(argc, argv);

@@ -20,22 +20,6 @@ void show(PanesObject& panes, PreferencesTab tab) {
   if (WindowObject* window = windowOf(panes)) window->choose(tab);
 }
 
-void fill(DefaultsStore& defaults) {
-  for (const char* key : {"mouseClick1Center", "mouseClick3", "mouseTap3", "mousePinchZoom",
-                          "padClick3", "padTap3"}) {
-    defaults.set(key, true);
-  }
-  for (const char* key : {"mouseClick2", "mouseRotate", "mouseSwipe3Nav", "padTap4"}) {
-    defaults.set(key, false);
-  }
-  defaults.set("maxTapDurationMs", 300);
-  defaults.set("maxTapDrift", 0.05);
-  defaults.set("pinchSensitivity", 1.2);
-  defaults.set("centerMinX", 0.35);
-  defaults.set("centerMaxX", 0.65);
-  defaults.set("ignoredApps", Value::strings({"com.apple.Safari", "com.apple.TextEdit"}));
-}
-
 }  // namespace
 
 ValueMap MemoryPreferences::load(std::string_view domain) {
@@ -57,15 +41,33 @@ std::shared_ptr<DelayedWork> ImmediateQueue::asyncAfter(double, Task task) {
   return nullptr;
 }
 
-Fixture::Fixture(std::string locale)
+std::optional<ApplicationBundle> FictionalApplications::find(const std::string& bundleId) {
+  for (const ApplicationBundle& bundle : installed()) {
+    if (bundle.bundleId == bundleId) return bundle;
+  }
+  return std::nullopt;
+}
+
+std::vector<ApplicationBundle> FictionalApplications::installed() {
+  return {{"com.apple.Safari", "Safari", {}, "/Applications/Safari.app"},
+          {"com.apple.TextEdit", "TextEdit", {}, "/Applications/TextEdit.app"},
+          {"com.valvesoftware.steam", "Steam", {}, "/Applications/Steam.app"}};
+}
+
+std::vector<RunningInstance> FictionalApplications::running() {
+  return {{"com.apple.Safari", "Safari"}, {"com.valvesoftware.steam", "Steam"}};
+}
+
+Fixture::Fixture(std::string locale, const ValueMap& settings)
     : locale_(std::move(locale)),
-      defaults_(storage_, log_, kFixtureDomain),
+      defaults_(storage_, log_, kCaptureSuite),
       config_(defaults_, notifications_),
       selection_(defaults_),
       taps_(queue_, notifications_),
       touches_(taps_) {
-  fill(defaults_);
-  recordTaps();
+  for (const auto& [key, value] : settings) defaults_.set(key, value);
+  const std::vector<TapActivity> taps = captureTaps();
+  for (auto tap = taps.rbegin(); tap != taps.rend(); ++tap) taps_.record(*tap);
   generalFacts.accessibilityGranted = true;
   generalFacts.listenersRunning = true;
   generalFacts.connectedDevices = {DeviceClass::magicMouse};
@@ -117,9 +119,9 @@ GesturesEffects Fixture::gesturesEffects(PanesObject& panes) {
           .didEnable = nullptr};
 }
 
-PracticeEffects Fixture::practiceEffects(PanesObject& panes) const {
-  return {.texts = [this] { return texts(); },
-          .setTarget = [](std::optional<Rect>) {},
+PracticeEffects Fixture::practiceEffects(PanesObject& panes) {
+  return {.target = target_,
+          .texts = [this] { return texts(); },
           .showGeneral = [&panes] { show(panes, PreferencesTab::general); },
           .showGestures = [&panes] { show(panes, PreferencesTab::gestures); },
           .showTuning = [&panes] { show(panes, PreferencesTab::tuning); }};
@@ -135,43 +137,47 @@ TuningEffects Fixture::tuningEffects(PanesObject& panes) {
           .showGestures = [&panes] { show(panes, PreferencesTab::gestures); }};
 }
 
-// One tap of every outcome, and a few that worked.
-void Fixture::recordTaps() {
-  struct Tap {
-    std::int64_t secondsAgo;
-    DeviceClass device;
-    int fingers;
-    double duration;
-    double drift;
-    TapActivity::Outcome outcome;
-  };
-  using Outcome = TapActivity::Outcome;
-  constexpr std::array<Tap, 6> kTaps{{
-      {96, DeviceClass::trackpad, 3, 0.117, 0.004, Outcome::click},
-      {71, DeviceClass::magicMouse, 3, 0.142, 0.061, Outcome::moved},
-      {52, DeviceClass::magicMouse, 3, 0.128, 0.012, Outcome::click},
-      {51, DeviceClass::magicMouse, 3, 0.094, 0.010, Outcome::tooSoon},
-      {24, DeviceClass::magicMouse, 3, 0.341, 0.018, Outcome::tooLong},
-      {9, DeviceClass::magicMouse, 3, 0.156, 0.021, Outcome::click},
-  }};
-  for (const Tap& tap : kTaps) {
-    taps_.record({.id = 0,
-                  .date = std::chrono::system_clock::time_point(
-                      std::chrono::seconds(kNow - tap.secondsAgo)),
-                  .deviceClass = tap.device,
-                  .fingers = tap.fingers,
-                  .duration = tap.duration,
-                  .drift = tap.drift,
-                  .maxDuration = 0.3,
-                  .maxDrift = 0.05,
-                  .outcome = tap.outcome});
-  }
+AppsEffects Fixture::appsEffects() {
+  return {.config = config_,
+          .applications = applications_,
+          .options = {},
+          .ownBundleID = "app.norwend.velotap",
+          .texts = [this] { return texts(); },
+          .announce = [](const std::string&) {},
+          .choose = [](const std::string&) { return std::vector<std::string>(); },
+          .copy = [](const std::string&) { return true; },
+          .reveal = [](const std::string&) {},
+          .icon = [](const std::string&) { return std::string(); }};
+}
+
+AboutEffects Fixture::aboutEffects() {
+  return {.texts = [this] { return texts(); },
+          .facts =
+              [this] {
+                return SupportFacts{.build = {.version = "1.0", .build = "100", .notice = {}},
+                                    .system = "Linux",
+                                    .systemVersion = "12",
+                                    .enabled = generalFacts.enabled,
+                                    .accessibilityGranted = generalFacts.accessibilityGranted,
+                                    .tuning = {},
+                                    .connectedDevices = generalFacts.connectedDevices,
+                                    .ignoredApps = config_.ignoredApps().size(),
+                                    .keystrokeZoomApps = config_.keystrokeZoomApps().size()};
+              },
+          .canCheckForUpdates = [] { return true; },
+          .checkForUpdates = [] {},
+          .contact = {.open = [](const std::string&) { return true; },
+                      .copy = [](const std::string&) { return true; }},
+          .save = [](std::string_view, const std::string&) { return true; },
+          .notices = [] { return std::string(); }};
 }
 
 void Fixture::makePanes(PanesObject& panes) {
   panes.general = new GeneralObject(generalEffects(panes), &panes);
   panes.gestures = new GesturesObject(defaults_, selection_, gesturesEffects(panes), &panes);
   panes.tuning = new TuningObject(tuningEffects(panes), &panes);
+  panes.apps = new AppsObject(appsEffects(), &panes);
+  panes.about = new AboutObject(aboutEffects(), &panes);
   panes.practice = new PracticeObject(practiceEffects(panes), &panes);
 }
 

@@ -12,10 +12,14 @@
 #include "config/defaults_store.hpp"
 #include "gestures/tap_activity_log.hpp"
 #include "input/gesture_device.hpp"
+#include "platform/applications.hpp"
 #include "platform/diagnostic_log.hpp"
 #include "platform/main_queue.hpp"
 #include "platform/notification_center.hpp"
 #include "platform/preferences_storage.hpp"
+#include "settings/settings_capture.hpp"
+#include "settings/window/about_object.hpp"
+#include "settings/window/apps_object.hpp"
 #include "settings/window/general_object.hpp"
 #include "settings/window/gestures_object.hpp"
 #include "settings/window/practice_object.hpp"
@@ -23,8 +27,6 @@
 #include "settings/window/window_object.hpp"
 
 namespace velotap {
-
-inline constexpr std::string_view kFixtureDomain = "production-settings-fixture";
 
 /// Keeps what it is given for as long as it lives.
 class MemoryPreferences final : public PreferencesStorage {
@@ -44,6 +46,14 @@ class SilentLog final : public DiagnosticLog {
   void line(std::string_view) override {}
 };
 
+/// A computer on which a few applications are installed, some of them running.
+class FictionalApplications final : public Applications {
+ public:
+  [[nodiscard]] std::optional<ApplicationBundle> find(const std::string& bundleId) override;
+  [[nodiscard]] std::vector<ApplicationBundle> installed() override;
+  [[nodiscard]] std::vector<RunningInstance> running() override;
+};
+
 /// Runs every task at once; for a program of one thread.
 class ImmediateQueue final : public MainQueue {
  public:
@@ -55,7 +65,7 @@ class ImmediateQueue final : public MainQueue {
 class Fixture {
  public:
   /// In the notation of `locale`, such as "de_AT", and its language where there is a table for it.
-  explicit Fixture(std::string locale);
+  explicit Fixture(std::string locale, const ValueMap& settings = captureSettings());
 
   [[nodiscard]] Texts texts() const;
   [[nodiscard]] std::string language() const;
@@ -71,9 +81,10 @@ class Fixture {
  private:
   [[nodiscard]] GeneralEffects generalEffects(PanesObject& panes);
   [[nodiscard]] GesturesEffects gesturesEffects(PanesObject& panes);
-  [[nodiscard]] PracticeEffects practiceEffects(PanesObject& panes) const;
+  [[nodiscard]] PracticeEffects practiceEffects(PanesObject& panes);
+  [[nodiscard]] AppsEffects appsEffects();
+  [[nodiscard]] AboutEffects aboutEffects();
   [[nodiscard]] TuningEffects tuningEffects(PanesObject& panes);
-  void recordTaps();
 
   std::string locale_;
   MemoryPreferences storage_;
@@ -85,6 +96,8 @@ class Fixture {
   ImmediateQueue queue_;
   TapActivityLog taps_;
   RetainedTouches touches_;
+  FictionalApplications applications_;
+  PracticeTarget target_;
 };
 
 }  // namespace velotap

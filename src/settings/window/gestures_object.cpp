@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "settings/gesture_practice.hpp"
 #include "settings/window/values.hpp"
 
 namespace velotap {
@@ -21,12 +22,24 @@ std::string_view nameOf(GestureSectionFilter section) {
   return {};
 }
 
-bool contains(std::string_view text, std::string_view part) {
-  return text.find(part) != std::string_view::npos;
+const char* nameOf(GesturePreview::Kind kind) {
+  switch (kind) {
+    case GesturePreview::Kind::click:
+      return "click";
+    case GesturePreview::Kind::pinch:
+      return "pinch";
+    case GesturePreview::Kind::rotate:
+      return "rotate";
+    case GesturePreview::Kind::swipe:
+      return "swipe";
+    case GesturePreview::Kind::tap:
+      break;
+  }
+  return "tap";
 }
 
-QVariantMap rowOf(const ExplainedTriggerToggle& row, GestureDevice device) {
-  const GesturePictured pictured = gesturePictured(row.key);
+QVariantMap rowOf(const ExplainedTriggerToggle& row) {
+  const GesturePreview preview = gesturePreview(row.key);
   return fields({{"id", row.key},
                  {"title", row.title},
                  {"on", row.on},
@@ -37,9 +50,9 @@ QVariantMap rowOf(const ExplainedTriggerToggle& row, GestureDevice device) {
                  {"reset", row.resetLabel},
                  {"note", row.note ? row.note->text : std::string()},
                  {"noteAction", row.note ? row.note->actionTitle : std::string()},
-                 {"fingers", pictured.fingers},
-                 {"kind", pictured.kind},
-                 {"device", gestureDeviceText(device)}});
+                 {"fingers", preview.fingers},
+                 {"kind", nameOf(preview.kind)},
+                 {"device", gestureDeviceText(preview.device)}});
 }
 
 QVariantMap deviceState(const GesturesView& view) {
@@ -62,17 +75,6 @@ QVariantMap disableState(const GesturesView& view, const Confirmation& question)
 }
 
 }  // namespace
-
-GesturePictured gesturePictured(std::string_view key) noexcept {
-  GesturePictured pictured;
-  for (const char c : key) {
-    if (c >= '1' && c <= '5') pictured.fingers = c - '0';
-  }
-  if (contains(key, "Pinch")) return {2, "pinch"};
-  if (contains(key, "Rotate")) return {2, "rotate"};
-  pictured.kind = contains(key, "Swipe") ? "swipe" : contains(key, "Click") ? "click" : "tap";
-  return pictured;
-}
 
 GesturesObject::GesturesObject(DefaultsStore& defaults, GestureDeviceSelection& selection,
                                GesturesEffects effects, QObject* parent)
@@ -132,7 +134,7 @@ void GesturesObject::showRows(const GesturesView& view) {
   QList<QVariantMap> more;
   for (const GestureSectionView& section : view.sections) {
     auto& rows = section.category == GestureCategory::middleClick ? middle : more;
-    for (const ExplainedTriggerToggle& row : section.rows) rows.append(rowOf(row, view.device));
+    for (const ExplainedTriggerToggle& row : section.rows) rows.append(rowOf(row));
   }
   middle_.sync(middle);
   more_.sync(more);
@@ -178,6 +180,13 @@ void GesturesObject::resetFilters() {
 void GesturesObject::setTrigger(const QString& key, bool on) {
   pane_.setTrigger(key.toStdString(), on);
   refresh();
+}
+
+QString GesturesObject::firstTrigger() const {
+  for (const GestureSectionView& section : view_.sections) {
+    if (!section.rows.empty()) return qt(section.rows.front().key);
+  }
+  return {};
 }
 
 void GesturesObject::explain(const QString& key) {

@@ -40,6 +40,8 @@ class GesturesObject : public PaneObject {
   Q_INVOKABLE void setModifiedOnly(bool on);
   Q_INVOKABLE void resetFilters();
   Q_INVOKABLE void setTrigger(const QString& key, bool on);
+  /// The first trigger of the list; empty when there is none.
+  Q_INVOKABLE [[nodiscard]] QString firstTrigger() const;
   Q_INVOKABLE void explain(const QString& key);
   Q_INVOKABLE void resetSelected();
   Q_INVOKABLE void actOnNote(const QString& key);
@@ -58,13 +60,5 @@ class GesturesObject : public PaneObject {
   RowModel middle_;
   RowModel more_;
 };
-
-/// What a picture of the gesture shows: how many fingers, and what they do ("click", "tap",
-/// "pinch", "rotate", "swipe").
-struct GesturePictured {
-  int fingers = 0;
-  const char* kind = "";
-};
-[[nodiscard]] GesturePictured gesturePictured(std::string_view key) noexcept;
 
 }  // namespace velotap

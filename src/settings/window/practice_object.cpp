@@ -7,131 +7,88 @@
 namespace velotap {
 namespace {
 
-constexpr int kMiddle = 2;
+const char* toneOf(GesturePractice::Outcome outcome) {
+  switch (outcome) {
+    case GesturePractice::Outcome::middle:
+      return "good";
+    case GesturePractice::Outcome::other:
+      return "warning";
+    case GesturePractice::Outcome::none:
+      break;
+  }
+  return "neutral";
+}
 
-QVariantList countLines(const PracticeCounts& counts, const Texts& texts) {
+QVariantList countLines(const GesturePractice& practice, const PracticeView& view) {
   QVariantList lines;
-  const auto line = [&lines, &texts](const char* key, int count, const char* symbol,
-                                     const char* tone) {
-    if (count == 0) return;
-    lines.append(fields({{"text", texts(key, {texts.format().wholeNumber(count)})},
-                         {"symbol", symbol},
-                         {"tone", tone}}));
-  };
-  line("design.practice.middle", counts.middle, "checkmark.circle", "good");
-  line("design.practice.other", counts.other, "cursorarrow.click", "neutral");
+  if (practice.middleClicks() > 0) {
+    lines.append(
+        fields({{"text", view.middleCount}, {"symbol", "checkmark.circle"}, {"tone", "good"}}));
+  }
+  if (practice.otherClicks() > 0) {
+    lines.append(
+        fields({{"text", view.otherCount}, {"symbol", "cursorarrow.click"}, {"tone", "neutral"}}));
+  }
   return lines;
 }
 
-struct Outcome {
-  std::string text;
-  std::string note;
-  const char* tone = "neutral";
-};
-
-Outcome outcomeOf(const PracticeCounts& counts, const Texts& texts) {
-  switch (counts.last) {
-    case PracticeCounts::Last::none:
-      return {.text = {}, .note = texts("design.practice.help")};
-    case PracticeCounts::Last::middle:
-      return {.text = texts("Middle click received"), .note = {}, .tone = "good"};
-    case PracticeCounts::Last::other:
-      break;
-  }
-  return {.text = texts("design.practice.other", {texts.format().wholeNumber(counts.other)}),
-          .note = texts("design.practice.other.help"),
-          .tone = "warning"};
-}
-
 }  // namespace
-
-PracticeCounts counted(PracticeCounts counts, int button) noexcept {
-  if (button == kMiddle) {
-    ++counts.middle;
-    counts.last = PracticeCounts::Last::middle;
-  } else {
-    ++counts.other;
-    counts.last = PracticeCounts::Last::other;
-  }
-  return counts;
-}
 
 PracticeObject::PracticeObject(PracticeEffects effects, QObject* parent)
     : PaneObject(parent), effects_(std::move(effects)) {
   refresh();
 }
 
-PracticeObject::~PracticeObject() {
-  publish(std::nullopt);
-}
-
 void PracticeObject::refresh() {
-  const Texts texts = effects_.texts();
-  const Outcome outcome = outcomeOf(counts_, texts);
-  const bool received = counts_.last == PracticeCounts::Last::middle;
-  setState(fields({{"title", texts("Try a middle click")},
-                   {"instructions", texts("gesture.practice.instructions")},
-                   {"steps", texts("design.practice.steps")},
-                   {"safety", texts("gesture.practice.safety")},
-                   {"symbol", down_      ? "cursorarrow.click"
-                              : received ? "checkmark.circle"
-                                         : "cursorarrow"},
-                   {"down", down_},
-                   {"outcome", outcome.text},
-                   {"outcomeNote", outcome.note},
-                   {"tone", outcome.tone},
-                   {"counts", countLines(counts_, texts)},
-                   {"again", texts("Try Again")},
-                   {"openReadiness", texts("design.open.readiness")},
-                   {"openGestures", texts("Open Gestures")},
-                   {"openTuning", texts("design.open.tuning")},
-                   {"done", texts("Done")}}));
+  const PracticeView view = practice_.view(effects_.texts());
+  setState(fields({{"title", view.title},
+                   {"instructions", view.instructions},
+                   {"steps", view.steps},
+                   {"safety", view.safety},
+                   {"symbol", view.symbol},
+                   {"outcomeSymbol", view.outcomeSymbol},
+                   {"outcome", view.outcome},
+                   {"outcomeNote", view.help},
+                   {"tone", toneOf(practice_.last())},
+                   {"counts", countLines(practice_, view)},
+                   {"again", view.tryAgain},
+                   {"canTryAgain", view.canTryAgain},
+                   {"openReadiness", view.openReadiness},
+                   {"openGestures", view.openGestures},
+                   {"openTuning", view.openTuning},
+                   {"done", view.done}}));
 }
 
 void PracticeObject::press(int button) {
-  counts_ = counted(counts_, button);
-  down_ = true;
+  practice_.mouseDown(button);
   refresh();
 }
 
-void PracticeObject::release() {
-  down_ = false;
+void PracticeObject::release(int button) {
+  practice_.mouseUp(button);
   refresh();
 }
 
 void PracticeObject::reset() {
-  counts_ = {};
-  down_ = false;
+  practice_.reset();
   refresh();
 }
 
-void PracticeObject::place(int id, bool present, double x, double y, double width, double height) {
-  if (present) {
-    owner_ = id;
-    publish(Rect{x, y, width, height});
-  } else if (owner_ == id) {
-    owner_ = 0;
-    publish(std::nullopt);
-  }
+void PracticeObject::place(bool ready, bool hidden, double x, double y, double width,
+                           double height) {
+  if (!tracking_) tracking_ = std::make_unique<PracticeTracking>(effects_.target);
+  tracking_->refreshTarget({.windowIsKey = ready,
+                            .windowIsVisible = ready,
+                            .windowIsMiniaturised = !ready,
+                            .windowIgnoresMouse = !ready,
+                            .windowIsOccluded = !ready,
+                            .surfaceIsHidden = hidden,
+                            .hasScreen = ready,
+                            .visibleRectangle = {x, y, width, height}});
 }
 
-// Surfaces tell more often than they move.
-void PracticeObject::publish(std::optional<Rect> target) {
-  if (target == target_) return;
-  target_ = target;
-  effects_.setTarget(target);
-}
-
-void PracticeObject::openReadiness() {
-  effects_.showGeneral();
-}
-
-void PracticeObject::openGestures() {
-  effects_.showGestures();
-}
-
-void PracticeObject::openTuning() {
-  effects_.showTuning();
+void PracticeObject::leave() {
+  tracking_.reset();
 }
 
 }  // namespace velotap

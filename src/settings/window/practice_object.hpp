@@ -1,61 +1,45 @@
-// The practice place as QML sees it: counts what arrives, and lets the rules know where it is.
+// The practice place as QML sees it: what arrived, and where the rules let gestures act.
 #pragma once
 
 #include <functional>
-#include <optional>
+#include <memory>
 
-#include "base/point.hpp"
+#include "settings/gesture_practice.hpp"
 #include "settings/window/pane_object.hpp"
 
 namespace velotap {
 
-/// What the practice reaches.
+/// What the practice reaches. The target outlives it.
 struct PracticeEffects {
+  PracticeTarget& target;
   std::function<Texts()> texts;
-  /// Where a gesture may act although a window of ours is in front; nothing: nowhere.
-  std::function<void(std::optional<Rect>)> setTarget;
   std::function<void()> showGeneral;
   std::function<void()> showGestures;
   std::function<void()> showTuning;
 };
-
-/// What has arrived since the last reset.
-struct PracticeCounts {
-  int middle = 0;
-  int other = 0;
-  enum class Last { none, middle, other } last = Last::none;
-};
-
-/// Button 2 is the middle one.
-[[nodiscard]] PracticeCounts counted(PracticeCounts counts, int button) noexcept;
 
 class PracticeObject : public PaneObject {
   Q_OBJECT
 
  public:
   explicit PracticeObject(PracticeEffects effects, QObject* parent = nullptr);
-  ~PracticeObject() override;
 
   void refresh() override;
 
   Q_INVOKABLE void press(int button);
-  Q_INVOKABLE void release();
+  Q_INVOKABLE void release(int button);
   Q_INVOKABLE void reset();
-  /// The surface `id` is at this place on the screen, or nowhere. One that goes away does not take
-  /// the target from another that came since.
-  Q_INVOKABLE void place(int id, bool present, double x, double y, double width, double height);
-  Q_INVOKABLE void openReadiness();
-  Q_INVOKABLE void openGestures();
-  Q_INVOKABLE void openTuning();
+  /// The surface's facts; see PracticeSurface.
+  Q_INVOKABLE void place(bool ready, bool hidden, double x, double y, double width, double height);
+  Q_INVOKABLE void leave();
+  Q_INVOKABLE void openReadiness() { effects_.showGeneral(); }
+  Q_INVOKABLE void openGestures() { effects_.showGestures(); }
+  Q_INVOKABLE void openTuning() { effects_.showTuning(); }
 
  private:
-  void publish(std::optional<Rect> target);
-
   PracticeEffects effects_;
-  PracticeCounts counts_;
-  bool down_ = false;
-  int owner_ = 0;
-  std::optional<Rect> target_;
+  GesturePractice practice_;
+  std::unique_ptr<PracticeTracking> tracking_;
 };
 
 }  // namespace velotap

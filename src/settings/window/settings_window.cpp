@@ -71,7 +71,8 @@ void SettingsWindow::show(PreferencesTab tab) {
   window_->choose(steps.select);
   if (steps.restoreFromDock) view_->showNormal();
   view_->show();
-  view_->raise();
+  // Pictures are drawn where nothing lies above anything else, and Qt says so each time.
+  if (QGuiApplication::platformName() != QStringLiteral("offscreen")) view_->raise();
   view_->requestActivate();
   followGeneralPane();
 }

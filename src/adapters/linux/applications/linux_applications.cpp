@@ -71,4 +71,9 @@ std::vector<RunningInstance> LinuxApplications::running() {
   return result;
 }
 
+std::string LinuxApplications::icon(const std::string& bundleId) {
+  const InstalledApplication* const found = installed_.index().byId(bundleId);
+  return found == nullptr ? std::string() : found->icon;
+}
+
 }  // namespace velotap

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 #include <vector>
 
 #include "adapters/linux/applications/running_programs.hpp"
@@ -24,6 +25,8 @@ class LinuxApplications final : public Applications {
   /// What menus show.
   [[nodiscard]] std::vector<ApplicationBundle> installed() override;
   [[nodiscard]] std::vector<RunningInstance> running() override;
+  /// Name or path of an application's icon; empty when it has none.
+  [[nodiscard]] std::string icon(const std::string& bundleId);
 
  private:
   InstalledApplications& installed_;

@@ -7,8 +7,6 @@
 namespace velotap {
 namespace {
 
-int gLastId = 0;
-
 int numberOf(Qt::MouseButton button) {
   switch (button) {
     case Qt::LeftButton:
@@ -24,7 +22,7 @@ int numberOf(Qt::MouseButton button) {
 
 }  // namespace
 
-PracticeSurface::PracticeSurface(QQuickItem* parent) : QQuickItem(parent), id_(++gLastId) {
+PracticeSurface::PracticeSurface(QQuickItem* parent) : QQuickItem(parent) {
   setAcceptedMouseButtons(Qt::AllButtons);
 }
 
@@ -55,7 +53,7 @@ void PracticeSurface::follow(QQuickWindow* window) {
   for (const auto& connection : connections_) disconnect(connection);
   connections_.clear();
   if (window == nullptr) {
-    emit placed(id_, false, 0, 0, 0, 0);
+    emit gone();
     return;
   }
   const auto again = [this] { refresh(); };
@@ -71,25 +69,20 @@ void PracticeSurface::follow(QQuickWindow* window) {
   refresh();
 }
 
-bool PracticeSurface::usable() const {
+bool PracticeSurface::ready() const {
   const QQuickWindow* holder = window();
-  return holder != nullptr && holder->isActive() && holder->isVisible() && isVisible() &&
+  return holder->isActive() && holder->isVisible() &&
          (holder->windowStates() & Qt::WindowMinimized) == 0 &&
          (holder->flags() & Qt::WindowTransparentForInput) == 0 &&
          !QGuiApplication::screens().isEmpty();
 }
 
 void PracticeSurface::refresh() {
-  if (!usable()) {
-    emit placed(id_, false, 0, 0, 0, 0);
-    return;
-  }
+  if (window() == nullptr) return;
   const QRectF inWindow = mapRectToScene(boundingRect()) &
                           QRectF(QPointF(), QSizeF(window()->width(), window()->height()));
-  const QRectF onScreen(QPointF(window()->mapToGlobal(QPoint())) + inWindow.topLeft(),
-                        inWindow.size());
-  emit placed(id_, !onScreen.isEmpty(), onScreen.x(), onScreen.y(), onScreen.width(),
-              onScreen.height());
+  const QPointF corner = QPointF(window()->mapToGlobal(QPoint())) + inWindow.topLeft();
+  emit placed(ready(), !isVisible(), corner.x(), corner.y(), inWindow.width(), inWindow.height());
 }
 
 }  // namespace velotap

@@ -1,8 +1,7 @@
-// A place in a window that takes mouse buttons and tells where on the screen it is.
+// A place in a window that takes mouse buttons and tells what decides whether a click reaches it.
 //
-// The place counts only while a person can see and use it: its window active, shown and not
-// minimised, and the item itself visible. It tells again whenever that or its rectangle changes,
-// and tells that it is gone when it goes. Main thread.
+// It tells again whenever any of that may have changed, scrolling and moved windows included, and
+// says so when it leaves its window. It decides nothing. Main thread.
 #pragma once
 
 #include <QQuickItem>
@@ -22,8 +21,10 @@ class PracticeSurface : public QQuickItem {
   /// Numbers as the event stream has them: 0 left, 1 right, 2 middle.
   void pressedButton(int button);
   void releasedButton(int button);
-  /// In coordinates of the screen; `id` tells surfaces apart.
-  void placed(int id, bool present, double x, double y, double width, double height);
+  /// `ready`: the window has the keyboard, is shown, not minimised and takes the mouse, and there
+  /// is a screen. The rectangle is what can be seen of the item, in coordinates of the screen.
+  void placed(bool ready, bool hidden, double x, double y, double width, double height);
+  void gone();
 
  protected:
   void mousePressEvent(QMouseEvent* event) override;
@@ -34,9 +35,8 @@ class PracticeSurface : public QQuickItem {
  private:
   void follow(QQuickWindow* window);
   void refresh();
-  [[nodiscard]] bool usable() const;
+  [[nodiscard]] bool ready() const;
 
-  int id_;
   std::vector<QMetaObject::Connection> connections_;
 };
 

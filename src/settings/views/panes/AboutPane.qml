@@ -13,11 +13,11 @@ PaneScroll {
         topPadding: Theme.snug
         Rectangle {
             anchors.horizontalCenter: parent.horizontalCenter
-            width: 72
-            height: 72
-            radius: 18
+            width: Theme.logo
+            height: Theme.logo
+            radius: Theme.logoCorner
             color: Theme.fill
-            Glyph { anchors.centerIn: parent; symbol: "hand.tap"; size: 44; color: Theme.fillText }
+            Glyph { anchors.centerIn: parent; symbol: "hand.tap"; size: Theme.logoGlyph; color: Theme.fillText }
         }
         Label {
             kind: "title"
@@ -35,39 +35,36 @@ PaneScroll {
         Caption { width: parent.width; horizontalAlignment: Text.AlignHCenter; text: root.s.notice }
     }
     Section {
-        title: root.s.support.title
         Card {
             RowButton {
                 symbol: "arrow.clockwise"
-                title: root.s.support.updates
-                caption: root.s.support.updatesNote
-                enabled: root.s.support.canCheck
+                title: root.s.updates
+                enabled: root.s.canCheck
                 opacity: enabled ? 1 : 0.6
                 onClicked: root.pane.checkForUpdates()
             }
             RowButton {
                 divided: true
                 symbol: "envelope"
-                title: root.s.support.contact
+                title: root.s.contact
                 onClicked: root.pane.contactSupport()
             }
             RowButton {
                 divided: true
                 symbol: "doc.on.doc"
-                title: root.s.support.copyAddress
+                title: root.s.copyAddress
                 onClicked: root.pane.copyAddress()
             }
             RowButton {
                 divided: true
                 symbol: "heart.text.square"
-                title: root.s.support.snapshot
+                title: root.s.snapshotTitle
                 onClicked: { root.pane.openSnapshot(); snapshotSheet.open() }
             }
         }
         Note { visible: root.s.feedback.length > 0; text: root.s.feedback; tone: "accent" }
     }
     Section {
-        title: root.s.links.title
         Card {
             Repeater {
                 model: root.s.links.pages
@@ -106,11 +103,10 @@ PaneScroll {
         id: noticesSheet
         preferredWidth: Theme.sheetWide
         title: root.s.notices.title
-        text: root.s.notices.find
         firstFocus: noticesSearch
         SearchField {
             id: noticesSearch
-            hint: root.s.notices.hint
+            hint: root.s.notices.find
             clearText: root.s.notices.clear
             onEdited: query => { text = query; notices.find(query) }
             Keys.onReturnPressed: notices.findNext(text)

@@ -71,7 +71,7 @@ Item {
             onClicked: root.pane.reveal(root.row.id)
         }
         IconButton {
-            symbol: root.row.copied ? "checkmark" : "doc.on.doc"
+            symbol: "doc.on.doc"
             text: root.row.copy
             onClicked: root.pane.copyIdentifier(root.row.id)
         }

@@ -7,6 +7,8 @@ PaneScroll {
     property var pane
     readonly property var s: pane.state
 
+    function showDetails() { filters.expanded = true }
+
     Introduction { symbol: "app.badge.checkmark"; title: root.s.intro.title; text: root.s.intro.text }
 
     Column {
@@ -27,6 +29,7 @@ PaneScroll {
         }
         Card {
             FilterDisclosure {
+                id: filters
                 title: root.s.filter.title
                 activeCount: root.s.filter.active
                 resetText: root.s.filter.reset
@@ -69,7 +72,7 @@ PaneScroll {
             visible: root.s.message.length > 0
             symbol: "checkmark.circle"
             tone: "accent"
-            text: root.s.message
+            text: root.s.messageNote.length > 0 ? root.s.message + "\n" + root.s.messageNote : root.s.message
             action: root.s.undo
             actionSymbol: "arrow.uturn.backward"
             onActed: root.pane.undo()
@@ -87,33 +90,36 @@ PaneScroll {
         }
     }
     Repeater {
-        model: root.s.lists
+        model: ["ignored", "zoom"]
         Section {
-            id: list
-            required property var modelData
-            title: modelData.title
-            caption: modelData.caption
-            visible: modelData.shown
-            trailing: [
+            id: ruleSection
+            required property string modelData
+            readonly property var shown: root.s.lists[modelData]
+            readonly property var rules: modelData === "ignored" ? root.pane.ignored : root.pane.zoom
+            title: shown.title
+            visible: shown.visible
+            Card {
+                Repeater {
+                    model: ruleSection.rules
+                    AppRow { pane: root.pane; list: ruleSection.modelData }
+                }
+                EmptyState {
+                    visible: ruleSection.rules.count === 0
+                    title: ruleSection.shown.none
+                }
+            }
+            Flow {
+                width: parent.width
+                spacing: Theme.snug
                 PushButton {
                     symbol: "plus"
                     text: root.s.choose
-                    onClicked: root.pane.chooseApplications(list.modelData.id)
-                },
+                    onClicked: root.pane.chooseApplications(ruleSection.modelData)
+                }
                 PushButton {
                     symbol: "plus"
-                    text: root.s.running.button
-                    onClicked: { root.pane.openRunning(list.modelData.id); runningSheet.open() }
-                }
-            ]
-            Card {
-                Repeater {
-                    model: list.modelData.id === "ignored" ? root.pane.ignored : root.pane.zoom
-                    AppRow { pane: root.pane; list: list.modelData.id }
-                }
-                EmptyState {
-                    visible: (list.modelData.id === "ignored" ? root.pane.ignored : root.pane.zoom).count === 0
-                    title: list.modelData.none
+                    text: root.s.runningTitle
+                    onClicked: { root.pane.openRunning(ruleSection.modelData); runningSheet.open() }
                 }
             }
         }
@@ -127,7 +133,6 @@ PaneScroll {
 
     Section {
         title: root.s.suggestions.title
-        caption: root.s.suggestions.caption
         Card {
             Repeater {
                 model: root.pane.suggestions

@@ -6,6 +6,7 @@ PaneScroll {
     id: root
     property var pane
     readonly property var s: pane.state
+    function showDetails() { readiness.expanded = true }
     function find() { search.forceActiveFocus(Qt.ShortcutFocusReason) }
 
     Column {
@@ -90,6 +91,7 @@ PaneScroll {
         }
         Divider {}
         Disclosure {
+            id: readiness
             title: root.s.readiness.title
             symbol: root.s.readiness.symbol
             symbolColor: Theme.tone(root.s.readiness.tone)
@@ -130,7 +132,7 @@ PaneScroll {
             id: cards
             width: parent.width
             spacing: Theme.medium
-            readonly property bool narrow: width < 2 * 200 + spacing
+            readonly property bool narrow: width < 2 * Theme.cardWidth + spacing
             Repeater {
                 model: root.pane.devices
                 DeviceCard {

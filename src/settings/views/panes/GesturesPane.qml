@@ -8,6 +8,12 @@ PaneScroll {
     property var practice
     readonly property var s: pane.state
 
+    function showDetails() {
+        filters.expanded = true
+        pane.explain(pane.firstTrigger())
+    }
+    function openPractice() { sheet.open() }
+
     Introduction { symbol: "hand.tap"; title: root.s.intro.title; text: root.s.intro.text }
 
     Column {
@@ -56,6 +62,7 @@ PaneScroll {
         }
         Card {
             FilterDisclosure {
+                id: filters
                 title: root.s.filter.title
                 activeCount: root.s.filter.active
                 resetText: root.s.filter.reset

@@ -22,8 +22,8 @@ Rectangle {
             height: implicitHeight
             Rectangle {
                 id: badge
-                width: 56
-                height: 56
+                width: Theme.hero
+                height: Theme.hero
                 radius: Theme.cornerSheet
                 color: Theme.toneSoft(root.s.granted ? "good" : "warning")
                 Glyph {

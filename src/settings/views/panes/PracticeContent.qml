@@ -14,19 +14,20 @@ Column {
     PracticeSurface {
         id: surface
         width: parent.width
-        height: 148
+        height: Theme.practiceHeight
         Accessible.role: Accessible.Canvas
         Accessible.name: root.s.title
         Accessible.description: root.s.outcome
         onPressedButton: button => root.pane.press(button)
-        onReleasedButton: root.pane.release()
-        onPlaced: (id, visible, x, y, width, height) => root.pane.place(id, visible, x, y, width, height)
+        onReleasedButton: button => root.pane.release(button)
+        onPlaced: (ready, hidden, x, y, width, height) => root.pane.place(ready, hidden, x, y, width, height)
+        onGone: root.pane.leave()
         Rectangle {
             anchors.fill: parent
             radius: Theme.cornerLarge
             color: root.s.tone === "neutral" ? Theme.sunken : Theme.toneSoft(root.s.tone)
-            border.color: root.s.down ? Theme.accent : Theme.edge
-            border.width: root.s.down ? 2 : Theme.hairline
+            border.color: Theme.edge
+            border.width: Theme.hairline
             Column {
                 anchors.centerIn: parent
                 width: parent.width - 2 * Theme.gap

@@ -25,6 +25,7 @@ Sheet {
         PushButton {
             text: root.pane ? root.pane.state.again : ""
             symbol: "arrow.counterclockwise"
+            enabled: root.pane ? root.pane.state.canTryAgain : false
             onClicked: root.pane.reset()
         },
         PushButton {

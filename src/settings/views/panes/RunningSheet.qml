@@ -22,12 +22,12 @@ Sheet {
         spacing: Theme.snug
         PushButton {
             text: root.s.selectVisible
-            enabled: root.pane.running.count > 0
+            enabled: root.s.canSelectVisible
             onClicked: root.pane.selectVisible()
         }
         PushButton {
             text: root.s.clearSelection
-            enabled: root.s.selected > 0
+            enabled: root.s.canAdd
             onClicked: root.pane.clearSelection()
         }
         PushButton {
@@ -57,7 +57,7 @@ Sheet {
         PushButton {
             kind: "primary"
             text: root.s.add
-            enabled: root.s.selected > 0
+            enabled: root.s.canAdd
             onClicked: { root.pane.addRunning(); root.close() }
         },
         PushButton { text: root.s.cancel; onClicked: root.close() }

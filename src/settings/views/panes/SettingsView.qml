@@ -91,6 +91,12 @@ Rectangle {
     Component { id: appsPane; AppsPane { pane: root.panes.apps } }
     Component { id: aboutPane; AboutPane { pane: root.panes.about } }
 
+    /// Opens what pictures of the details show; the practice place, for its picture.
+    function showDetails(details, practice) {
+        const pane = page(frame.tab)
+        if (details) pane.showDetails()
+        if (practice) pane.openPractice()
+    }
     function page(index) { return pages.itemAt(index).item }
     Shortcut {
         sequences: [StandardKey.Find]

@@ -7,6 +7,11 @@ PaneScroll {
     property var pane
     readonly property var s: pane.state
 
+    function showDetails() {
+        filters.expanded = true
+        earlier.expanded = true
+    }
+
     Introduction { symbol: "slider.horizontal.3"; title: root.s.intro.title; text: root.s.intro.text }
 
     Column {
@@ -72,6 +77,7 @@ PaneScroll {
             }
             Divider {}
             FilterDisclosure {
+                id: filters
                 title: root.s.taps.filter.title
                 activeCount: root.s.taps.filter.active
                 resetText: root.s.taps.filter.reset
@@ -124,6 +130,7 @@ PaneScroll {
             }
             Divider { visible: root.pane.otherTaps.count > 0 }
             Disclosure {
+                id: earlier
                 quiet: true
                 visible: root.pane.otherTaps.count > 0
                 title: root.s.taps.more

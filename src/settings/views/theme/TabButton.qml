@@ -14,7 +14,7 @@ T.TabButton {
     Accessible.name: text
     Accessible.role: Accessible.PageTab
     Accessible.selected: checked
-    Accessible.onPressAction: toggle()   // the role alone offers no action
+    Accessible.onPressAction: clicked()   // the role alone offers no action
     background: Rectangle {
         radius: Theme.corner
         color: root.checked ? Theme.chosen : root.pressed ? Theme.press

@@ -88,6 +88,12 @@ QtObject {
     readonly property int rowHeight: Math.round(44 * scale)
     readonly property int badge: 36
     readonly property int badgeLarge: 40
+    readonly property int hero: 56
+    readonly property int logo: 72
+    readonly property int logoGlyph: 44
+    readonly property int logoCorner: 18
+    readonly property int practiceHeight: 148
+    readonly property int cardWidth: 200
     readonly property int sheetWidth: 420
     readonly property int sheetWide: 640
     readonly property int paneWidth: 720

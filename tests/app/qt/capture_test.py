@@ -1,0 +1,86 @@
+#!/usr/bin/env python3
+"""Pictures of the settings window, without a display: capture_test.py PROGRAM"""
+
+import json
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+import unittest
+
+SETTINGS = '{"enabled": false}'
+
+
+class CaptureTest(unittest.TestCase):
+    program = ""
+
+    def setUp(self):
+        self.place = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory()))
+        self.config = self.place / "config"
+        (self.config / "velotap").mkdir(parents=True)
+        (self.config / "velotap" / "app.norwend.velotap.json").write_text(SETTINGS)
+        self.environment = {"PATH": os.environ["PATH"], "HOME": str(self.place),
+                            "XDG_CONFIG_HOME": str(self.config)}
+
+    def run_program(self, *arguments):
+        return subprocess.run([self.program, *arguments], env=self.environment,
+                              capture_output=True, text=True, timeout=60, check=False)
+
+    def files_of_the_person(self):
+        return {str(path.relative_to(self.config)): path.read_bytes()
+                for path in self.config.rglob("*") if path.is_file()}
+
+    def pictures(self, folder):
+        return sorted(path.name for path in folder.glob("*.png"))
+
+    def test_every_scene_and_a_manifest_that_lists_them(self):
+        folder = self.place / "pictures"
+        before = self.files_of_the_person()
+        done = self.run_program("--listlane-capture", str(folder))
+        self.assertEqual(done.returncode, 0, done.stderr)
+        manifest = json.loads((folder / "capture.json").read_text(encoding="utf-8"))
+        self.assertEqual(sorted(image["path"] for image in manifest["images"]),
+                         self.pictures(folder))
+        self.assertEqual({image["scene"] for image in manifest["images"]},
+                         {"gestures", "tuning", "apps", "practice", "devices"})
+        self.assertEqual(manifest["appearance"], "light")
+        self.assertEqual(self.files_of_the_person(), before)
+        self.assertNotIn("qrc:", done.stderr, "views have nothing to complain of")
+
+    def test_pictures_repeat_to_the_last_bit(self):
+        folders = [self.place / name for name in ("one", "two")]
+        for folder in folders:
+            done = self.run_program("--listlane-capture", str(folder), "--dark")
+            self.assertEqual(done.returncode, 0, done.stderr)
+        for name in self.pictures(folders[0]):
+            self.assertEqual((folders[0] / name).read_bytes(), (folders[1] / name).read_bytes(),
+                             name)
+
+    def test_one_scene_and_without_a_home(self):
+        del self.environment["HOME"], self.environment["XDG_CONFIG_HOME"]
+        folder = self.place / "pictures"
+        done = self.run_program("--listlane-capture", str(folder), "--scenes", "tuning")
+        self.assertEqual(done.returncode, 0, done.stderr)
+        self.assertTrue(all(name.startswith("tuning-") for name in self.pictures(folder)))
+        manifest = json.loads((folder / "capture.json").read_text(encoding="utf-8"))
+        self.assertEqual({image["scene"] for image in manifest["images"]}, {"tuning"})
+
+    def test_misuse_writes_nothing(self):
+        for arguments in (["--listlane-capture"], ["--listlane-capture", "relative"],
+                          ["--listlane-capture", str(self.place / "x"), "--scenes", "tunnel"]):
+            done = self.run_program(*arguments)
+            self.assertEqual(done.returncode, 2, arguments)
+            self.assertTrue(done.stderr)
+        self.assertFalse((self.place / "x").exists())
+
+    def test_a_folder_that_cannot_be_made_is_a_failure(self):
+        (self.place / "file").write_text("")
+        done = self.run_program("--listlane-capture", str(self.place / "file" / "pictures"))
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("Settings capture failed: ", done.stderr)
+
+
+if __name__ == "__main__":
+    CaptureTest.program = sys.argv[1]
+    unittest.main(argv=sys.argv[:1])
