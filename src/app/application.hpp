@@ -29,7 +29,7 @@ class Application {
     /// Calls back at each change of language or region.
     std::function<Observation(std::function<void()>)> observeRegionalSettings;
     std::string variant{};  ///< of the onboarding's wording: "linux", or empty
-    std::string version;  ///< of the program, for crash reports
+    std::string version;    ///< of the program, for crash reports
     /// Whether there is a window to explain the permission in. Without one the first launch that
     /// has one still explains it.
     bool explainsPermission = true;

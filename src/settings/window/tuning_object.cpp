@@ -108,11 +108,11 @@ void TuningObject::refresh() {
                         {"text", compared.empty() ? view_.compareNote
                                                   : view_.compareNote + "\n" + compared},
                         {"action", view_.undoTitle}})},
-       {"tap", fields({{"title", view_.tapTitle},
-                       {"presets", presetsState(view_.presetsTitle, view_.presetsNote,
-                                                view_.presets)},
-                       {"off", view_.tapNote.text},
-                       {"offAction", view_.tapNote.actionTitle}})},
+       {"tap",
+        fields({{"title", view_.tapTitle},
+                {"presets", presetsState(view_.presetsTitle, view_.presetsNote, view_.presets)},
+                {"off", view_.tapNote.text},
+                {"offAction", view_.tapNote.actionTitle}})},
        {"taps", tapsState(texts)},
        {"pinch", fields({{"title", view_.pinchTitle},
                          {"off", view_.pinchNote.text},
@@ -122,8 +122,8 @@ void TuningObject::refresh() {
                           {"off", view_.centerNote.text},
                           {"width", view_.centerWidthTitle},
                           {"label", view_.centerLabel},
-                          {"presets", presetsState(view_.centerWidthTitle,
-                                                   view_.centerPresetsNote, view_.centerPresets)},
+                          {"presets", presetsState(view_.centerWidthTitle, view_.centerPresetsNote,
+                                                   view_.centerPresets)},
                           {"from", band.x},
                           {"to", band.x + band.width}})}}));
 }

@@ -124,7 +124,7 @@ void DeviceMirror::stepResting(GrabState state) {
   } else if (!wanted() && state == GrabState::refused) {
     enter(GrabState::resting);
   } else {
-    hardware_->sleep();
+    hardware_->waitToBeAsked();
   }
 }
 

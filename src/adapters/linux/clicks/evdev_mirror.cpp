@@ -62,7 +62,7 @@ class EvdevMirror final : public MirrorHardware {
   [[nodiscard]] const EvdevDevice& description() const override { return description_; }
 
   void ask() override { ::eventfd_write(ask_.get(), 1); }
-  void sleep() override {
+  void waitToBeAsked() override {
     pollfd asked = {.fd = ask_.get(), .events = POLLIN, .revents = 0};
     ::poll(&asked, 1, -1);
     takeAsked();

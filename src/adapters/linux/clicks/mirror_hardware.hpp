@@ -47,7 +47,7 @@ class MirrorHardware {
   /// Any thread: ends a wait, the present one or the next.
   virtual void ask() = 0;
   /// Waits to be asked, and for nothing else.
-  virtual void sleep() = 0;
+  virtual void waitToBeAsked() = 0;
 
   /// The node is open from here on; the system's error number or 0.
   [[nodiscard]] virtual int open() = 0;

@@ -79,7 +79,7 @@ class FakeHardware final : public MirrorHardware {
     k_->asked = true;
     k_->moved.notify_all();
   }
-  void sleep() override { static_cast<void>(pause(std::nullopt, false)); }
+  void waitToBeAsked() override { static_cast<void>(pause(std::nullopt, false)); }
   [[nodiscard]] int open() override {
     const std::lock_guard guard(k_->lock);
     k_->opened = k_->present;
