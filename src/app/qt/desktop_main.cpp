@@ -10,11 +10,12 @@
 #include "adapters/linux/applications/linux_applications.hpp"
 #include "adapters/linux/desktop/linux_desktop.hpp"
 #include "adapters/linux/desktop/linux_shell.hpp"
-#include "adapters/linux/desktop/passive_adapters.hpp"
 #include "adapters/linux/runtime/descriptor.hpp"
 #include "adapters/linux/runtime/posix_clock.hpp"
 #include "adapters/linux/runtime/posix_main_queue.hpp"
+#include "adapters/linux/services/curl_fetch.hpp"
 #include "adapters/linux/services/single_instance.hpp"
+#include "adapters/updates/configured_source.hpp"
 
 // After the headers above: Qt makes a macro of a word that they use.
 #include <QApplication>
@@ -86,7 +87,17 @@ int run(QApplication& application, const Descriptor& interrupts) {
   Platform::setCurrent(desktop.platform());
   ViewContext context(false);
   ViewAnnouncements announcements(context);
-  NoUpdates updates;
+  DesktopUrlOpener pages(session.currentDesktop);
+  CurlFetch curl(queue);
+  FeedUpdates updates(
+      configuredUpdateSource(VELOTAP_VERSION),
+      {.fetch =
+           [&curl](const std::string& url, std::function<void(std::optional<std::string>)> done) {
+             curl.fetch(url, std::move(done));
+           },
+       .localize =
+           [](std::string_view key) { return SystemRegionalSettings::shared().texts()(key); }},
+      clock, queue, desktop.platform().preferences, alerts, pages);
   LinuxShell shell(host, desktop, announcements, updates);
   ShellPlatform::setCurrent(shell.platform());
   QtRegionalSettings regional;
