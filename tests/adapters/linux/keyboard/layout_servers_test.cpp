@@ -25,37 +25,13 @@
 #include "adapters/linux/runtime/posix_clock.hpp"
 #include "adapters/linux/runtime/posix_main_queue.hpp"
 #include "support/child_process.hpp"
+#include "support/served_loop.hpp"
 #include "support/temporary_folder.hpp"
 
 namespace velotap {
 namespace {
 
-class LayoutServersTest : public testing::Test {
- protected:
-  /// Serves until `done` holds; fails when that takes longer than any machine needs.
-  void serveUntil(const std::function<bool()>& done) {
-    done_ = done;
-    check();
-    const auto limit = queue.asyncAfter(20, [this] {
-      ADD_FAILURE() << "waited in vain";
-      queue.stop();
-    });
-    if (done_) queue.run();
-    limit->cancel();
-  }
-  /// To be called when something happened.
-  void check() {
-    if (!done_ || !done_()) return;
-    done_ = nullptr;
-    queue.stop();
-  }
-
-  PosixClock clock;
-  PosixMainQueue queue{clock};
-
- private:
-  std::function<bool()> done_;
-};
+class LayoutServersTest : public testing::Test, protected test::ServedLoop {};
 
 class XServerTest : public LayoutServersTest {
  protected:
