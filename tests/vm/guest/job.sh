@@ -2,10 +2,33 @@
 # that is ended afterwards, its logs printed line by line with the program's name in front.
 export PATH=/t/bin:$PATH LD_LIBRARY_PATH=/t/lib
 
-# end_session ID: kills whatever the case left running. The session is the sixth field of stat.
+# members ID: the processes of a session that still run. One that ends between being listed and being
+# read is no longer one of them, and must not hide those that are listed after it.
+members() {
+  local stat line
+  for stat in /proc/[0-9]*/stat; do
+    { read -r line < "$stat"; } 2> /dev/null || continue
+    # What follows the name, which may hold anything: state, parent, group, session.
+    # shellcheck disable=SC2086
+    set -- "$1" ${line##*) }
+    if [ "$5" = "$1" ] && [ "$2" != Z ]; then
+      stat=${stat#/proc/}
+      echo "${stat%/stat}"
+    fi
+  done
+}
+
+# end_session ID: kills whatever the case left running, and waits until it is gone, with what ends
+# of its own accord once the program has: a case that follows must be alone. Fails after 10 s.
 end_session() {
-  awk -v session="$1" '$6 == session { print $1 }' /proc/[0-9]*/stat 2> /dev/null |
-    xargs -r kill -KILL 2> /dev/null
+  local tries=0 left
+  while left="$(members "$1") $(pidof velotap libinput_watch hid_player)"; [ -n "${left# }" ]; do
+    [ "$tries" -lt 200 ] || return 1
+    # shellcheck disable=SC2046
+    kill -KILL $(members "$1") 2> /dev/null
+    tries=$((tries + 1))
+    sleep 0.05
+  done
 }
 
 while read -r name seconds; do
@@ -17,7 +40,10 @@ while read -r name seconds; do
   cd /tmp/case || exit 1
   setsid timeout -s KILL "$seconds" sh /t/case.sh "$name" > log/case 2>&1 < /dev/null
   status=$?
-  end_session "$(cat session)"
+  if ! end_session "$(cat session)"; then
+    echo "it left running: $(ps)" >> log/case
+    [ "$status" -ne 0 ] || status=1
+  fi
   udevadm settle -t 10
   for log in log/*; do sed "s/^/${log#log/}| /" "$log"; done
   dmesg | sed 's/^/kernel| /'
