@@ -49,8 +49,7 @@ void LinuxEventTaps::setNeeds(const TapNeeds& needs) {
 }
 
 void LinuxEventTaps::setSessionActive(bool active) {
-  sessionActive_ = active;
-  reconcileSoon();
+  if (std::exchange(sessionActive_, active) != active) reconcileSoon();
 }
 
 void LinuxEventTaps::reconsider() {

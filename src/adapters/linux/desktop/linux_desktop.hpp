@@ -10,7 +10,6 @@
 
 #include <memory>
 
-#include "adapters/linux/clicks/console_watch.hpp"
 #include "adapters/linux/clicks/linux_event_taps.hpp"
 #include "adapters/linux/descriptor_loop.hpp"
 #include "adapters/linux/desktop/passive_adapters.hpp"
@@ -73,7 +72,7 @@ class LinuxDesktop {
   GestureTouchpad gestures_;
   UinputEventStream events_;
   LinuxEventTaps taps_;
-  ConsoleWatch console_;
+  Observation sessionChanges_;
   Observation touchpadChanges_;
   Observation layoutChanges_;
   Platform platform_;
