@@ -30,9 +30,9 @@ std::string lossText(GrabTrouble trouble, const std::string& device) {
     case GrabTrouble::device:
       return {};
     case GrabTrouble::mirror:
-      return "lost the mirror image of " + device + ": given back, to be taken over anew";
+      return "lost the mirror image of " + device + ": given back, and tried anew";
     case GrabTrouble::guard:
-      return "the guard of " + device + " has ended: given back, to be taken over anew";
+      return "the guard of " + device + " has ended: given back, and tried anew";
   }
   return {};
 }
