@@ -19,7 +19,7 @@ Item {
     }
     readonly property bool upright: needed > width
     readonly property real share: upright ? width - 2 * Theme.tight
-                                          : (width - 2 * Theme.tight - needed) / Math.max(1, repeater.count)
+                                          : (width - needed) / Math.max(1, repeater.count)
 
     function choose(index) {
         const i = (index + repeater.count) % repeater.count
