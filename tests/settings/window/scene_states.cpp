@@ -61,7 +61,17 @@ const std::array kStates{
     SceneState{"general-desktop", kGeneral,
                [](Fixture& f) {
                  f.generalFacts.desktop = {
-                     .hidesFrontApplication = true, .hasTray = false, .mouseWithoutDriver = true};
+                     .frontTeller = FrontTeller::nobody,
+                     .accessByRule = true,
+                     .hasTray = false,
+                     .mouseWithoutDriver = true,
+                     .refused = {{.name = "Magic Mouse", .heldByAnother = true}}};
+               }},
+    SceneState{"general-extension", kGeneral,
+               [](Fixture& f) {
+                 f.generalFacts.accessibilityGranted = false;
+                 f.generalFacts.desktop = {.frontTeller = FrontTeller::extension,
+                                           .accessByRule = true};
                }},
     SceneState{"general-hide-question", kGeneral, nullptr,
                [](SceneTest& scene) { scene.pressText("Hide menu bar icon"); }, true},
@@ -74,6 +84,21 @@ const std::array kStates{
     // Gestures
     SceneState{"gestures-mouse", kGestures, nullptr, &mouse},
     SceneState{"gestures-trackpad", kGestures, nullptr, &trackpad},
+    SceneState{"gestures-desktop", kGestures,
+               [](Fixture& f) {
+                 f.gestureFacts.desktopClicks =
+                     DesktopClicks{.threeFingerTap = true, .threeFingerClick = false};
+               },
+               &trackpad},
+    SceneState{"gestures-twice", kGestures,
+               [](Fixture& f) {
+                 f.gestureFacts.desktopClicks =
+                     DesktopClicks{.threeFingerTap = true, .threeFingerClick = true};
+               },
+               [](SceneTest& scene) {
+                 trackpad(scene);
+                 scene.gestures().setTrackpadMode(QStringLiteral("post"));
+               }},
     SceneState{"gestures-unavailable", kGestures,
                [](Fixture& f) { f.gestureFacts.trackpadAvailable = false; }, &trackpad},
     SceneState{"gestures-explained", kGestures, nullptr,

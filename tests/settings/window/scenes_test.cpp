@@ -53,24 +53,19 @@ TEST_F(SceneTest, ClosingForgetsAndOpeningStartsAfresh) {
       pane->state().value(QStringLiteral("search")).toMap()[QStringLiteral("active")].toBool());
 }
 
-TEST_F(SceneTest, EveryStateCanBeBroughtAbout) {
-  struct Shown {
-    const char* name;
-    Look look;
-    const char* locale;
-    int width;
-  };
-  for (const Shown& shown :
-       {Shown{"light", {}, "en", 560}, Shown{"dark", {ColorScheme::dark}, "en", 560},
-        Shown{"contrast", {ColorScheme::light, true}, "en", 560},
-        Shown{"contrast-dark", {ColorScheme::dark, true}, "en", 560}, Shown{"de", {}, "de", 480},
-        Shown{"bg", {}, "bg", 480}, Shown{"wide", {}, "en", 1000}}) {
-    context.setLook(shown.look);
-    for (const SceneState& state : sceneStates()) {
-      open(shown.locale, state, shown.width);
-      keep(QStringLiteral("%1-%2").arg(QLatin1String(state.name), QLatin1String(shown.name)));
-    }
-  }
+TEST_F(SceneTest, WhoAnswersThreeFingersCanBeChosen) {
+  open("en", PreferencesTab::gestures, {560, 600});
+  gestures().setDevice(QStringLiteral("trackpad"));
+  awaitFrame();
+  EXPECT_EQ(control(QStringLiteral("Desktop")), nullptr) << "where desktops never click";
+  fixture->gestureFacts.desktopClicks = DesktopClicks{.threeFingerTap = true};
+  settings->panes()->refresh();
+  awaitFrame();
+  press(QStringLiteral("Desktop"));
+  EXPECT_EQ(fixture->defaults().text("padThreeFingerMode"), "native");
+  EXPECT_TRUE(control(QStringLiteral("Desktop"))->property("checked").toBool());
+  gestures().setTrackpadMode(QStringLiteral("both"));
+  EXPECT_EQ(fixture->defaults().text("padThreeFingerMode"), "native") << "no such mode";
 }
 
 // A note that comes while the pane is open takes its place at once.

@@ -169,6 +169,29 @@ PaneScroll {
     }
 
     Section {
+        title: root.s.desktop.title
+        visible: root.pane.desktop.count > 0
+        Card {
+            Repeater {
+                model: root.pane.desktop
+                Column {
+                    id: fact
+                    required property var row
+                    required property int index
+                    width: parent ? parent.width : 0
+                    Divider { visible: fact.index > 0 }
+                    SettingRow {
+                        symbol: fact.row.symbol
+                        symbolColor: Theme.tone(fact.row.tone)
+                        title: fact.row.title
+                        caption: fact.row.caption
+                    }
+                }
+            }
+        }
+    }
+
+    Section {
         title: root.s.updates.title
         Card {
             ToggleRow {

@@ -17,7 +17,7 @@ T.Button {
     readonly property int wordsLeft: symbol.length > 0 ? Theme.glyphSmall + row.spacing : 0
 
     implicitWidth: Math.max(kind === "link" ? 0 : 72,
-                            Math.ceil(label.implicitWidth) + wordsLeft + 2 * inset)
+                            Math.ceil(words.advanceWidth) + wordsLeft + 2 * inset)
     implicitHeight: Math.max(Theme.controlHeight, label.implicitHeight + Theme.snug)
     opacity: enabled ? 1 : 0.6
     Accessible.name: text
@@ -34,6 +34,7 @@ T.Button {
         border.color: Theme.buttonLine
         FocusRing { visible: root.visualFocus }
     }
+    TextMetrics { id: words; font: label.font; text: root.text }
     contentItem: Item {
         Row {
             id: row
