@@ -208,15 +208,25 @@ GeneralFacts DesktopApplication::generalFacts() {
           .updatesUnavailable = updater.unavailableReason(),
           .lastUpdateCheck = lastCheck ? std::optional(secondsOf(*lastCheck)) : std::nullopt,
           .now = secondsOf(Platform::current().clock.date()),
-          .desktop = {.hidesFrontApplication = desktop_.hidesFrontApplication(),
-                      .hasTray = !trayIsMissing_}};
+          .desktop = desktopFacts()};
+}
+
+DesktopFacts DesktopApplication::desktopFacts() const {
+  DesktopFacts facts = desktop_.facts();
+  facts.hasTray = !trayIsMissing_;
+  return facts;
 }
 
 GestureFacts DesktopApplication::gestureFacts() {
+  const SystemPreferences& system = Platform::current().systemPreferences;
   return {.enabled = Config::shared().enabled(),
           .accessibilityGranted = Permissions::shared().granted(),
+          .permissionIsSetUpHere = true,
           .listenersRunning = Controller::shared().isRunning(),
-          .connectedDevices = TouchEngine::shared().connectedDeviceClasses()};
+          .connectedDevices = TouchEngine::shared().connectedDeviceClasses(),
+          .desktopClicks = DesktopClicks{
+              .threeFingerTap = system.desktopClicksFor(TrackpadGesture::threeFingerTap),
+              .threeFingerClick = system.desktopClicksFor(TrackpadGesture::threeFingerClick)}};
 }
 
 void DesktopApplication::setEnabled(bool on) {
@@ -264,7 +274,7 @@ void DesktopApplication::makeListPanes(PanesObject& panes) {
        .applications = desktop_.applications,
        .options = {.compatibility = compatibilityAppsOfLinux(),
                    .suggestsInstalledOnly = true,
-                   .hidesFrontApplication = desktop_.hidesFrontApplication()},
+                   .hidesFrontApplication = desktop_.facts().frontTeller == FrontTeller::nobody},
        .ownBundleID = std::string(kSettingsDomain),
        .texts = [] { return texts(); },
        .announce =

@@ -40,7 +40,8 @@ class DesktopApplication {
   struct Desktop {
     Applications& applications;
     std::function<std::string(const std::string& bundleID)> icon;
-    std::function<bool()> hidesFrontApplication;
+    /// All but the place for the status item, which shows only with time.
+    std::function<DesktopFacts()> facts;
     QString currentDesktop;
     QString frameFile;
   };
@@ -58,6 +59,7 @@ class DesktopApplication {
   [[nodiscard]] SettingsWindow::Effects settingsEffects();
   void makePanes(PanesObject& panes);
   [[nodiscard]] GeneralFacts generalFacts();
+  [[nodiscard]] DesktopFacts desktopFacts() const;
   [[nodiscard]] GestureFacts gestureFacts();
   [[nodiscard]] SupportFacts supportFacts();
   void makeListPanes(PanesObject& panes);

@@ -89,6 +89,24 @@ PaneScroll {
     }
 
     Section {
+        title: root.s.mode.title
+        visible: root.s.mode.shown
+        Card {
+            pad: Theme.medium
+            Column {
+                width: parent.width
+                spacing: Theme.snug
+                SegmentedPicker {
+                    name: root.s.mode.title
+                    options: root.s.mode.options
+                    value: root.s.mode.value
+                    onChosen: value => root.pane.setTrackpadMode(value)
+                }
+                Caption { text: root.s.mode.note; width: parent.width; leftPadding: Theme.tight }
+            }
+        }
+    }
+    Section {
         title: root.s.middleTitle
         visible: root.pane.middle.count > 0
         Card {

@@ -27,6 +27,8 @@ Column {
         Accessible.checked: root.expanded
         Accessible.onPressAction: clicked()
         Accessible.onToggleAction: clicked()
+        Keys.onReturnPressed: clicked()
+        Keys.onEnterPressed: clicked()
         Keys.onRightPressed: root.expanded = true
         Keys.onLeftPressed: root.expanded = false
         background: Rectangle {

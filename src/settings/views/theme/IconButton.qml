@@ -17,6 +17,8 @@ T.Button {
     Accessible.checkable: expandable
     Accessible.checked: expanded
     Accessible.onPressAction: if (enabled) clicked()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
     Accessible.onToggleAction: if (enabled) clicked()
     background: Rectangle {
         radius: Theme.cornerSmall

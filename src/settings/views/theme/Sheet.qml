@@ -11,7 +11,7 @@ T.Popup {
     property Item firstFocus: null
     default property alias content: body.data
     property alias buttons: buttonRow.data
-    readonly property int top: 56
+    readonly property int top: Theme.sheetTop
 
     parent: T.Overlay.overlay
     modal: true
@@ -32,7 +32,7 @@ T.Popup {
         border.color: Theme.edge
         border.width: Theme.hairline
     }
-    onOpened: if (firstFocus) firstFocus.forceActiveFocus(Qt.PopupFocusReason)
+    onOpened: if (firstFocus) firstFocus.forceActiveFocus(Qt.TabFocusReason)   // and shows it
     contentItem: Flickable {
         clip: true
         contentWidth: width
