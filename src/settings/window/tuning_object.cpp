@@ -86,8 +86,8 @@ std::string joined(const std::vector<std::string>& lines, const char* separator)
 TuningObject::TuningObject(TuningEffects effects, QObject* parent)
     : PaneObject(parent),
       effects_(std::move(effects)),
-      pane_(effects_.defaults, effects_.log, effects_.notifications, effects_.touches,
-            effects_.announce, [this] { refresh(); }) {
+      pane_(effects_.defaults, effects_.log, effects_.notifications, effects_.announce,
+            [this] { refresh(); }) {
   refresh();
 }
 

@@ -13,7 +13,6 @@ struct TuningEffects {
   DefaultsStore& defaults;
   TapActivityLog& log;
   NotificationCenter& notifications;
-  const RetainedTouches& touches;
   std::function<Texts()> texts;
   TuningPane::Announce announce;
   std::function<void()> showGestures;
