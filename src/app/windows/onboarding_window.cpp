@@ -1,4 +1,4 @@
-#include "app/qt/onboarding_window.hpp"
+#include "app/windows/onboarding_window.hpp"
 
 #include <QGuiApplication>
 #include <QScreen>
