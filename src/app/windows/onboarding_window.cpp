@@ -98,7 +98,7 @@ void OnboardingWindow::create(const std::string& title, double maximumHeight) {
     // The window may still be in the middle of closing.
     if (!visible) {
       QMetaObject::invokeMethod(
-          QCoreApplication::instance(), [this] { drop(); }, Qt::QueuedConnection);
+          &alive_, [this] { drop(); }, Qt::QueuedConnection);
     }
   });
   window_->show();
