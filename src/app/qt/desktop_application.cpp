@@ -90,7 +90,6 @@ DesktopApplication::DesktopApplication(ViewContext& context, Desktop desktop)
     : context_(context),
       desktop_(std::move(desktop)),
       selection_(defaults()),
-      touches_(TapActivityLog::shared()),
       application_(surroundings()),
       statusItem_(application_.trayMenu(), [this] { tellThatTrayIsMissing(); }),
       onboardingWindow_(application_.onboarding(), context,
@@ -334,7 +333,6 @@ void DesktopApplication::makePanes(PanesObject& panes) {
   panes.tuning = new TuningObject({.defaults = defaults(),
                                    .log = TapActivityLog::shared(),
                                    .notifications = Platform::current().notifications,
-                                   .touches = touches_,
                                    .texts = words,
                                    .announce =
                                        [](std::string_view key) {

@@ -18,7 +18,6 @@
 #include "platform/applications.hpp"
 #include "settings/general_pane.hpp"
 #include "settings/gestures_pane.hpp"
-#include "settings/retained_touches.hpp"
 #include "settings/support_snapshot.hpp"
 #include "settings/window/settings_window.hpp"
 
@@ -74,7 +73,6 @@ class DesktopApplication {
   Desktop desktop_;
   DesktopAppearance appearance_;
   GestureDeviceSelection selection_;
-  RetainedTouches touches_;
   Application application_;
   StatusItem statusItem_;
   OnboardingWindow onboardingWindow_;

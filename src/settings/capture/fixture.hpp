@@ -98,7 +98,6 @@ class Fixture {
   GestureDeviceSelection selection_;
   ImmediateQueue queue_;
   TapActivityLog taps_;
-  RetainedTouches touches_;
   FictionalApplications applications_;
   PracticeTarget target_;
 };

@@ -3,8 +3,6 @@
 #include <linux/input-event-codes.h>
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
 #include <utility>
 
 namespace velotap {
@@ -15,12 +13,13 @@ namespace {
 constexpr int kGestureFingers = 2;
 constexpr int kClickFingers = 3;
 
-std::string refusal(const DeviceMirror& mirror, int error) {
-  const std::string device = mirror.description().name + " (" + mirror.path() + ")";
-  if (error == EBUSY) {
-    return "another program holds " + device + ": its clicks are left as they are (EBUSY)";
-  }
-  return "cannot take over the clicks of " + device + ": " + std::strerror(error);
+std::string nameOf(const DeviceMirror& mirror) {
+  return mirror.description().name + " (" + mirror.path() + ")";
+}
+
+std::string troubleOf(const DeviceMirror& mirror, const DeviceMirror::Status& status) {
+  if (status.state != GrabState::refused) return {};
+  return refusalText(status.trouble, status.error, nameOf(mirror));
 }
 
 }  // namespace
@@ -49,8 +48,7 @@ void LinuxEventTaps::setNeeds(const TapNeeds& needs) {
 }
 
 void LinuxEventTaps::setSessionActive(bool active) {
-  sessionActive_ = active;
-  reconcileSoon();
+  if (std::exchange(sessionActive_, active) != active) reconcileSoon();
 }
 
 void LinuxEventTaps::reconsider() {
@@ -69,7 +67,8 @@ void LinuxEventTaps::reconcileSoon() {
 
 void LinuxEventTaps::reconcile() {
   const std::vector<std::string> present = links_.surfaces();
-  std::erase_if(devices_, [&present](const auto& entry) {
+  const std::size_t before = devices_.size();
+  const std::size_t gone = std::erase_if(devices_, [&present](const auto& entry) {
     const bool here = std::find(present.begin(), present.end(), entry.first) != present.end();
     const auto& mirror = entry.second.mirror;
     // A node's name may have gone to another device since.
@@ -86,6 +85,7 @@ void LinuxEventTaps::reconcile() {
   if (!chain_.active()) {
     std::erase_if(devices_, [](const auto& entry) { return !entry.second.mirror; });
   }
+  if (gone > 0 || devices_.size() != before) statusChanges_.notify();
 }
 
 void LinuxEventTaps::addDevice(const std::string& path) {
@@ -97,7 +97,9 @@ void LinuxEventTaps::addDevice(const std::string& path) {
                             .queue = links_.queue,
                             .clock = links_.clock,
                             .middle = links_.middle,
-                            .changed = [this](const DeviceMirror& m) { mirrorChanged(m); }});
+                            .changed = [this](const DeviceMirror& m) { mirrorChanged(m); },
+                            .lost = [this](const DeviceMirror& m,
+                                           GrabTrouble trouble) { mirrorLost(m, trouble); }});
     device.mirror->start();
   }
   device.observer = links_.observer(
@@ -127,12 +129,13 @@ void LinuxEventTaps::mirrorChanged(const DeviceMirror& mirror) {
   if (device == devices_.end() || device->second.mirror.get() != &mirror) return;
   Device& known = device->second;
   const DeviceMirror::Status status = mirror.status();
-  if (status.state == known.told) return;
+  statusChanges_.notify();
+  if (status.state == known.told && status.state != GrabState::refused) return;
   const bool had = known.told == GrabState::grabbed || known.told == GrabState::leaving;
   known.told = status.state;
   switch (status.state) {
     case GrabState::grabbed:
-      known.refusalTold = false;
+      known.refusal.clear();
       links_.note(mirror.path() + " taken over");
       break;
     case GrabState::leaving:
@@ -140,7 +143,10 @@ void LinuxEventTaps::mirrorChanged(const DeviceMirror& mirror) {
       break;
     case GrabState::refused:
       // Asked for again and again it stays the same refusal.
-      if (!std::exchange(known.refusalTold, true)) links_.tell(refusal(mirror, status.error));
+      if (const std::string why = troubleOf(mirror, status); known.refusal != why) {
+        known.refusal = why;
+        links_.tell(why);
+      }
       break;
     case GrabState::resting:
     case GrabState::gone:
@@ -154,13 +160,19 @@ void LinuxEventTaps::mirrorChanged(const DeviceMirror& mirror) {
   }
 }
 
+void LinuxEventTaps::mirrorLost(const DeviceMirror& mirror, GrabTrouble trouble) {
+  links_.tell(lossText(trouble, nameOf(mirror)));
+}
+
 std::vector<LinuxEventTaps::DeviceStatus> LinuxEventTaps::status() const {
   std::vector<DeviceStatus> list;
   for (const auto& [path, device] : devices_) {
     if (!device.mirror) continue;
+    const DeviceMirror::Status status = device.mirror->status();
     list.push_back({.path = path,
                     .name = device.mirror->description().name,
-                    .status = device.mirror->status()});
+                    .status = status,
+                    .trouble = troubleOf(*device.mirror, status)});
   }
   return list;
 }

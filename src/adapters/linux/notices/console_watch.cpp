@@ -1,4 +1,4 @@
-#include "adapters/linux/clicks/console_watch.hpp"
+#include "adapters/linux/notices/console_watch.hpp"
 
 #include <fcntl.h>
 #include <sys/epoll.h>
@@ -16,7 +16,7 @@ bool consoleInFront(std::string_view active, std::string_view terminal) noexcept
 }
 
 ConsoleWatch::ConsoleWatch(DescriptorLoop& loop, const char* terminal,
-                           std::function<void(bool)> changed, const std::string& activePath)
+                           std::function<void()> changed, const std::string& activePath)
     : terminal_(terminal != nullptr ? terminal : ""), changed_(std::move(changed)) {
   if (terminal_.empty()) return;
   active_ = Descriptor(::open(activePath.c_str(), O_RDONLY | O_CLOEXEC));
@@ -26,21 +26,20 @@ ConsoleWatch::ConsoleWatch(DescriptorLoop& loop, const char* terminal,
   epoll_event wanted{};
   wanted.events = EPOLLPRI | EPOLLET;
   if (::epoll_ctl(alarm_.get(), EPOLL_CTL_ADD, active_.get(), &wanted) == 0) {
-    ready_ = loop.watch(alarm_.get(), DescriptorLoop::Interest::readable, [this] { read(); });
+    ready_ = loop.watch(alarm_.get(), DescriptorLoop::Interest::readable, [this] {
+      epoll_event event{};
+      ::epoll_wait(alarm_.get(), &event, 1, 0);
+      const bool before = std::exchange(inFront_, read());
+      if (inFront_ != before) changed_();
+    });
   }
-  read();
+  inFront_ = read();
 }
 
-void ConsoleWatch::read() {
-  epoll_event event{};
-  ::epoll_wait(alarm_.get(), &event, 1, 0);
+bool ConsoleWatch::read() {
   std::array<char, 32> text{};
   const ssize_t size = ::pread(active_.get(), text.data(), text.size(), 0);
-  const bool inFront =
-      size <= 0 || consoleInFront({text.data(), static_cast<std::size_t>(size)}, terminal_);
-  if (inFront == inFront_) return;
-  inFront_ = inFront;
-  changed_(inFront);
+  return size <= 0 || consoleInFront({text.data(), static_cast<std::size_t>(size)}, terminal_);
 }
 
 }  // namespace velotap

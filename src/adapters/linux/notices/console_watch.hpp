@@ -2,7 +2,8 @@
 // mouse, and nothing may be held back from it.
 //
 // Main thread. Follows the kernel's own word of the active virtual terminal. A login without one (a
-// remote one, or on a seat without terminals) always counts as in front.
+// remote one, or on a seat without terminals) always counts as in front. The word of a login
+// manager is better where there is one: `SessionActivity` asks this only where there is none.
 #pragma once
 
 #include <functional>
@@ -21,18 +22,21 @@ namespace velotap {
 
 class ConsoleWatch {
  public:
-  /// Counts as in front until `changed` is told something else, which may be at once. `terminal`
-  /// may be null.
-  ConsoleWatch(DescriptorLoop& loop, const char* terminal, std::function<void(bool)> changed,
-               const std::string& activePath = "/sys/class/tty/tty0/active");
+  static constexpr const char* kActivePath = "/sys/class/tty/tty0/active";
+
+  /// `changed` comes with every change after this. `terminal` may be null.
+  ConsoleWatch(DescriptorLoop& loop, const char* terminal, std::function<void()> changed,
+               const std::string& activePath = kActivePath);
   ConsoleWatch(const ConsoleWatch&) = delete;
   ConsoleWatch& operator=(const ConsoleWatch&) = delete;
 
+  [[nodiscard]] bool inFront() const noexcept { return inFront_; }
+
  private:
-  void read();
+  [[nodiscard]] bool read();
 
   const std::string terminal_;
-  std::function<void(bool)> changed_;
+  std::function<void()> changed_;
   bool inFront_ = true;
   Descriptor active_;
   Descriptor alarm_;

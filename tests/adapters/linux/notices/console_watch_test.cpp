@@ -1,9 +1,10 @@
-#include "adapters/linux/clicks/console_watch.hpp"
+#include "adapters/linux/notices/console_watch.hpp"
 
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <vector>
+#include <functional>
+#include <string>
 
 #include "adapters/linux/runtime/posix_clock.hpp"
 #include "adapters/linux/runtime/posix_main_queue.hpp"
@@ -35,26 +36,20 @@ class ConsoleWatchTest : public testing::Test {
   TemporaryFolder folder;
   PosixClock clock;
   PosixMainQueue queue{clock};
-  std::vector<bool> told;
+  std::function<void()> never = [] { FAIL() << "nothing changed"; };
 };
 
-TEST_F(ConsoleWatchTest, anotherTerminalInFrontIsToldAtOnce) {
-  const ConsoleWatch watch(
-      queue, "2", [this](bool front) { told.push_back(front); }, file("tty1"));
-  EXPECT_EQ(told, std::vector{false});
+TEST_F(ConsoleWatchTest, anotherTerminalInFrontIsKnownAtOnce) {
+  EXPECT_FALSE(ConsoleWatch(queue, "2", never, file("tty1")).inFront());
 }
 
-TEST_F(ConsoleWatchTest, ourOwnIsNotWorthTelling) {
-  const ConsoleWatch watch(
-      queue, "1", [this](bool front) { told.push_back(front); }, file("tty1"));
-  EXPECT_TRUE(told.empty());
+TEST_F(ConsoleWatchTest, ourOwnIsInFront) {
+  EXPECT_TRUE(ConsoleWatch(queue, "1", never, file("tty1")).inFront());
 }
 
-TEST_F(ConsoleWatchTest, withoutTerminalOrFileNothingIsTold) {
-  const auto tell = [this](bool front) { told.push_back(front); };
-  const ConsoleWatch none(queue, nullptr, tell, file("tty1"));
-  const ConsoleWatch absent(queue, "2", tell, (folder.path() / "absent").string());
-  EXPECT_TRUE(told.empty());
+TEST_F(ConsoleWatchTest, withoutTerminalOrFileEveryLoginIsInFront) {
+  EXPECT_TRUE(ConsoleWatch(queue, nullptr, never, file("tty1")).inFront());
+  EXPECT_TRUE(ConsoleWatch(queue, "2", never, (folder.path() / "absent").string()).inFront());
 }
 
 }  // namespace
