@@ -23,6 +23,18 @@ QQuickItem* named(QQuickItem* root, const QString& name) {
   return nullptr;
 }
 
+void collectTexts(const QQuickItem* item, QStringList& texts) {
+  if (!item->isVisible()) return;
+  if (item->inherits("QQuickText") || item->inherits("QQuickAbstractButton")) {
+    for (const char* property : {"text", "name", "title", "help"}) {
+      const QString text = item->property(property).toString();
+      if (!text.isEmpty()) texts += text;
+    }
+  }
+  if (item->inherits("QQuickTextField")) texts += item->property("hint").toString();
+  for (const QQuickItem* child : item->childItems()) collectTexts(child, texts);
+}
+
 }  // namespace
 
 void SceneTest::open(const char* locale, PreferencesTab tab, QSize size) {
@@ -65,6 +77,12 @@ QQuickItem* SceneTest::page() const {
       settings->view()->rootObject(), "page", Q_RETURN_ARG(QVariant, found),
       Q_ARG(QVariant, settings->panes()->window->property("state").toMap()[QStringLiteral("tab")]));
   return found.value<QQuickItem*>();
+}
+
+QStringList SceneTest::texts() const {
+  QStringList texts(settings->view()->title());
+  collectTexts(settings->view()->contentItem(), texts);
+  return texts;
 }
 
 void SceneTest::fit() {

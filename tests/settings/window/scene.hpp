@@ -56,6 +56,8 @@ class SceneTest : public ViewTest {
   [[nodiscard]] GeneralObject& general() const;
   [[nodiscard]] GesturesObject& gestures() const;
   [[nodiscard]] QQuickItem* page() const;
+  /// Every text that can be read, in the order of the items; and what assistive programs hear.
+  [[nodiscard]] QStringList texts() const;
   void keep(const QString& name);
 
   std::unique_ptr<Fixture> fixture;

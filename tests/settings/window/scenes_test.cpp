@@ -53,6 +53,35 @@ TEST_F(SceneTest, ClosingForgetsAndOpeningStartsAfresh) {
       pane->state().value(QStringLiteral("search")).toMap()[QStringLiteral("active")].toBool());
 }
 
+// Words, numbers, dates and percents: all that a window says in a new language when it opens in it,
+// it says as well when the language changes while it is open.
+TEST_F(SceneTest, ANewLanguageRedrawsAnOpenWindow) {
+  for (const SceneState& state : sceneStates()) {
+    open("de_DE", state, 560);
+    const QStringList wanted = texts();
+    open("en_US", state, 560);
+    EXPECT_NE(texts(), wanted) << state.name;
+    fixture->setLocale("de_DE");
+    settings->refreshLocalizedLabels();
+    awaitFrame();
+    EXPECT_EQ(texts().join(u'\n').toStdString(), wanted.join(u'\n').toStdString()) << state.name;
+  }
+}
+
+TEST_F(SceneTest, NumbersFollowTheRegion) {
+  open("de_DE", PreferencesTab::tuning, {560, 600});
+  QString shown = texts().join(u'\n');
+  EXPECT_TRUE(shown.contains(QStringLiteral("0,05")) && shown.contains(u"35\u00a0%"))
+      << shown.toStdString();
+  fixture->setLocale("de_CH");
+  settings->refreshLocalizedLabels();
+  awaitFrame();
+  shown = texts().join(u'\n');
+  EXPECT_TRUE(shown.contains(QStringLiteral("0.05")) && shown.contains(u"35%"))
+      << shown.toStdString();
+  EXPECT_FALSE(shown.contains(QStringLiteral("0,05")) || shown.contains(u"35\u00a0%"));
+}
+
 TEST_F(SceneTest, WhoAnswersThreeFingersCanBeChosen) {
   open("en", PreferencesTab::gestures, {560, 600});
   gestures().setDevice(QStringLiteral("trackpad"));

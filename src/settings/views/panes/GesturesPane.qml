@@ -150,9 +150,14 @@ PaneScroll {
                 text: root.s.restore.title
                 symbol: "arrow.counterclockwise"
                 enabled: root.s.restore.possible
-                onClicked: root.pane.restoreDefaults()
+                onClicked: {
+                    const byKeyboard = visualFocus
+                    root.pane.restoreDefaults()   // after which there is nothing to restore
+                    if (byKeyboard) undoButton.forceActiveFocus(Qt.TabFocusReason)
+                }
             }
             PushButton {
+                id: undoButton
                 text: root.s.undo
                 symbol: "arrow.uturn.backward"
                 kind: "primary"
@@ -170,7 +175,10 @@ PaneScroll {
         confirm: root.s.disable.confirm
         cancel: root.s.disable.cancel
         destructive: true
-        onAccepted: root.pane.disableAll()
+        onAccepted: {
+            root.pane.disableAll()
+            opener = undoButton   // there is nothing more to turn off
+        }
     }
     PracticeSheet { id: sheet; pane: root.practice }
 }

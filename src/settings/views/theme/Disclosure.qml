@@ -22,6 +22,7 @@ Column {
         text: root.title
         onClicked: root.expanded = !root.expanded
         Accessible.name: root.title
+        Accessible.ignored: !visible
         Accessible.description: root.summary
         Accessible.checkable: true      // Qt 6.4 has no state "expanded"
         Accessible.checked: root.expanded

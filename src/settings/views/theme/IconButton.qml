@@ -14,6 +14,7 @@ T.Button {
     implicitHeight: 28
     opacity: enabled ? 1 : 0.4
     Accessible.name: text
+    Accessible.ignored: !visible
     Accessible.checkable: expandable
     Accessible.checked: expanded
     Accessible.onPressAction: if (enabled) clicked()

@@ -21,6 +21,7 @@ T.Button {
     implicitHeight: Math.max(Theme.controlHeight, label.implicitHeight + Theme.snug)
     opacity: enabled ? 1 : 0.6
     Accessible.name: text
+    Accessible.ignored: !visible
     Accessible.description: help
     Accessible.onPressAction: if (enabled) clicked()   // Qt 6.4 announces it without doing it
     Keys.onReturnPressed: clicked()
