@@ -172,7 +172,7 @@ void SettingsPanes::make(PanesObject& panes) {
        .setEnabled = [this](bool on) { setEnabled(on); },
        .setUpAccessibility = [this] { application_.onboarding().show(); },
        .startListeners = [] { Controller::shared().start(); },
-       .toggleLaunchAtLogin = [this] { toggleLaunchAtLogin(); },
+       .toggleLaunchAtLogin = &SettingsPanes::toggleLaunchAtLogin,
        .openLoginItems = [] { LoginItem::shared().openSettings(); },
        .setLeftClickToggles = [](bool on) { defaults().set(keys::kLeftClickTogglesEnabled, on); },
        .setHideIcon =
@@ -186,7 +186,7 @@ void SettingsPanes::make(PanesObject& panes) {
   panes.gestures = new GesturesObject(
       defaults(), selection_,
       {.texts = words,
-       .facts = [this] { return gestureFacts(); },
+       .facts = &SettingsPanes::gestureFacts,
        .openAccessibilitySettings = [this] { application_.onboarding().show(); },
        .startListeners = [] { Controller::shared().start(); },
        .showGeneral = [this] { show_(PreferencesTab::general); },
