@@ -13,6 +13,10 @@ namespace {
 constexpr int kGestureFingers = 2;
 constexpr int kClickFingers = 3;
 
+bool held(GrabState state) {
+  return state == GrabState::grabbed || state == GrabState::leaving;
+}
+
 std::string nameOf(const DeviceMirror& mirror) {
   return mirror.description().name + " (" + mirror.path() + ")";
 }
@@ -67,13 +71,7 @@ void LinuxEventTaps::reconcileSoon() {
 
 void LinuxEventTaps::reconcile() {
   const std::vector<std::string> present = links_.surfaces();
-  const std::size_t before = devices_.size();
-  const std::size_t gone = std::erase_if(devices_, [&present](const auto& entry) {
-    const bool here = std::find(present.begin(), present.end(), entry.first) != present.end();
-    const auto& mirror = entry.second.mirror;
-    // A node's name may have gone to another device since.
-    return !here || (mirror && mirror->status().state == GrabState::gone);
-  });
+  forget(present);
   for (const std::string& path : present) {
     if (chain_.active() && !devices_.contains(path)) addDevice(path);
   }
@@ -85,7 +83,22 @@ void LinuxEventTaps::reconcile() {
   if (!chain_.active()) {
     std::erase_if(devices_, [](const auto& entry) { return !entry.second.mirror; });
   }
-  if (gone > 0 || devices_.size() != before) statusChanges_.notify();
+}
+
+void LinuxEventTaps::forget(const std::vector<std::string>& present) {
+  for (auto entry = devices_.begin(); entry != devices_.end();) {
+    const auto& [path, device] = *entry;
+    const bool here = std::find(present.begin(), present.end(), path) != present.end();
+    // A node's name may have gone to another device since.
+    if (here && !(device.mirror && device.mirror->status().state == GrabState::gone)) {
+      ++entry;
+      continue;
+    }
+    const std::string note = held(device.told) ? path + " given back" : std::string();
+    entry = devices_.erase(entry);
+    if (!note.empty()) links_.note(note);
+    statusChanges_.notify();
+  }
 }
 
 void LinuxEventTaps::addDevice(const std::string& path) {
@@ -101,6 +114,7 @@ void LinuxEventTaps::addDevice(const std::string& path) {
                             .lost = [this](const DeviceMirror& m,
                                            GrabTrouble trouble) { mirrorLost(m, trouble); }});
     device.mirror->start();
+    statusChanges_.notify();
   }
   device.observer = links_.observer(
       path, [this, numbers = std::map<std::uint16_t, std::int64_t>()](
@@ -131,7 +145,7 @@ void LinuxEventTaps::mirrorChanged(const DeviceMirror& mirror) {
   const DeviceMirror::Status status = mirror.status();
   statusChanges_.notify();
   if (status.state == known.told && status.state != GrabState::refused) return;
-  const bool had = known.told == GrabState::grabbed || known.told == GrabState::leaving;
+  const bool had = held(known.told);
   known.told = status.state;
   switch (status.state) {
     case GrabState::grabbed:

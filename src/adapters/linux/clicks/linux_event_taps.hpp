@@ -84,6 +84,7 @@ class LinuxEventTaps final : public EventTaps {
 
   void reconcileSoon();
   void reconcile();
+  void forget(const std::vector<std::string>& present);
   void addDevice(const std::string& path);
   [[nodiscard]] DeviceMirror::Want wantOf(const EvdevDevice& device) const;
   void mirrorChanged(const DeviceMirror& mirror);

@@ -4,10 +4,12 @@
 #include <gtest/gtest.h>
 #include <linux/input.h>
 #include <poll.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -90,6 +92,19 @@ TEST_F(GuardianTest, keepsNothingOpenButWhatItGuards) {
     EXPECT_TRUE(std::binary_search(files.begin(), files.end(), fd)) << fd;
   }
   EXPECT_EQ(files.size(), 4U) << "and the line to its program";
+}
+
+TEST_F(GuardianTest, saysWhyThereCanBeNone) {
+  rlimit before{};
+  ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+  const rlimit none = {.rlim_cur = 3, .rlim_max = before.rlim_max};
+  ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
+  const int error = guardian.start(watched());
+  ::setrlimit(RLIMIT_NOFILE, &before);
+  EXPECT_EQ(error, EMFILE);
+  EXPECT_EQ(guardian.lifeline(), -1);
+  EXPECT_TRUE(children().empty());
+  EXPECT_EQ(guardian.start(watched()), 0) << "once there are files again";
 }
 
 TEST_F(GuardianTest, endsWhenItIsStoppedAndLeavesNoProcess) {

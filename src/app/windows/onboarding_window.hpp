@@ -55,6 +55,7 @@ class OnboardingWindow {
   ViewContext& context_;
   std::function<void()> openPractice_;
   double maximumHeight_ = 0;
+  QObject alive_;  ///< what was put off until later goes with it
   std::unique_ptr<OnboardingObject> object_;
   std::unique_ptr<QQuickView> window_;
 };

@@ -1,4 +1,4 @@
-#include "app/qt/onboarding_window.hpp"
+#include "app/windows/onboarding_window.hpp"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -98,7 +98,7 @@ void OnboardingWindow::create(const std::string& title, double maximumHeight) {
     // The window may still be in the middle of closing.
     if (!visible) {
       QMetaObject::invokeMethod(
-          QCoreApplication::instance(), [this] { drop(); }, Qt::QueuedConnection);
+          &alive_, [this] { drop(); }, Qt::QueuedConnection);
     }
   });
   window_->show();
