@@ -10,41 +10,43 @@ Column {
     property Component delegate   // finds `row` and `index` in its item's parent
     property Flickable view       // what the rows scroll in
     property real estimate: Theme.rowHeight
-    readonly property int atOnce: 12
-    property real above: 0        // the part in which rows are made, in own coordinates
-    property real below: 0
+    readonly property int atOnce: 8
 
+    // Makes the rows that are within one height of the view above and below it.
     function look() {
-        if (!view || !view.contentItem) return
+        if (!view || !view.contentItem || !visible) return
+        forceLayout()
         const top = view.contentY - view.contentItem.mapFromItem(root, 0, 0).y
-        above = top - view.height
-        below = top + 2 * view.height
+        for (let i = 0; i < repeater.count; ++i) {
+            const place = repeater.itemAt(i)
+            if (!place || place.y > top + 2 * view.height) return
+            if (place.y + place.height >= top - view.height) place.made = true
+        }
     }
 
     width: parent ? parent.width : 0
-    onViewChanged: look()
-    onYChanged: look()
-    onVisibleChanged: look()
-    Component.onCompleted: look()
+    onViewChanged: Qt.callLater(look)
+    onYChanged: Qt.callLater(look)
+    onVisibleChanged: Qt.callLater(look)
+    Component.onCompleted: Qt.callLater(look)
     Connections {
         target: root.view
-        function onContentYChanged() { root.look() }
-        function onHeightChanged() { root.look() }
-        function onContentHeightChanged() { root.look() }
+        function onContentYChanged() { Qt.callLater(root.look) }
+        function onHeightChanged() { Qt.callLater(root.look) }
+        function onContentHeightChanged() { Qt.callLater(root.look) }
     }
     Repeater {
         id: repeater
+        onCountChanged: Qt.callLater(root.look)
         Item {
             id: place
             required property var row
             required property int index
-            readonly property bool near: y + height >= root.above && y <= root.below
             property bool made: false
 
             width: root.width
             height: loader.item ? loader.item.implicitHeight : root.estimate
-            onNearChanged: if (near) made = true
-            Component.onCompleted: if (near || index < root.atOnce) made = true
+            Component.onCompleted: if (index < root.atOnce) made = true
             Loader {
                 id: loader
                 readonly property var row: place.row
