@@ -20,14 +20,14 @@ def walk(node):
 class SettingsWindowTest(unittest.TestCase):
     program_path = ""
     provider = ""
+    settings = {"accessibilitySetupPresented": True, "settings.gestureDevice": "mouse"}
 
     def setUp(self):
         status = dbus.SessionBus().get_object("org.a11y.Bus", "/org/a11y/bus")
         status.Set("org.a11y.Status", "IsEnabled", True,
                    dbus_interface="org.freedesktop.DBus.Properties")
         self.program = self.enterContext(Program(
-            self.program_path, self.provider,
-            {"accessibilitySetupPresented": True, "settings.gestureDevice": "mouse"}))
+            self.program_path, self.provider, self.settings))
         self.application = None
         bus = dbus.SessionBus()
         self.assertTrue(until(lambda: bus.name_has_owner("app.norwend.velotap")),
