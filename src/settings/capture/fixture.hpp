@@ -71,6 +71,7 @@ class Fixture {
   [[nodiscard]] std::string language() const;
   [[nodiscard]] const std::string& locale() const { return locale_; }
   [[nodiscard]] DefaultsStore& defaults() { return defaults_; }
+  [[nodiscard]] TapActivityLog& taps() { return taps_; }
   /// What the General pane sees; tests change it.
   GeneralFacts generalFacts;
   GestureFacts gestureFacts;
