@@ -10,17 +10,21 @@ Column {
     property Component delegate   // finds `row` and `index` in its item's parent
     property Flickable view       // what the rows scroll in
     property real estimate: Theme.rowHeight
-    readonly property int atOnce: 8
+    readonly property int atOnce: 8   // before anybody knows how high anything is
+    property bool looked: false
 
     // Makes the rows that are within one height of the view above and below it.
     function look() {
         if (!view || !view.contentItem || !visible) return
         forceLayout()
         const top = view.contentY - view.contentItem.mapFromItem(root, 0, 0).y
+        looked = true
         for (let i = 0; i < repeater.count; ++i) {
             const place = repeater.itemAt(i)
             if (!place || place.y > top + 2 * view.height) return
-            if (place.y + place.height >= top - view.height) place.made = true
+            if (place.made || place.y + place.height < top - view.height) continue
+            place.ahead = place.y > top + view.height || place.y + place.height < top
+            place.made = true
         }
     }
 
@@ -43,18 +47,18 @@ Column {
             required property var row
             required property int index
             property bool made: false
+            property bool ahead: false
 
             width: root.width
             height: loader.item ? loader.item.implicitHeight : root.estimate
-            Component.onCompleted: if (index < root.atOnce) made = true
+            Component.onCompleted: if (!root.looked && index < root.atOnce) made = true
             Loader {
                 id: loader
                 readonly property var row: place.row
                 readonly property int index: place.index
                 width: parent.width
                 active: place.made
-                // The first ones are there with the first picture.
-                asynchronous: place.index >= root.atOnce
+                asynchronous: place.ahead   // what shows is there with the first picture
                 sourceComponent: root.delegate
                 onLoaded: if (place.index === 0) root.estimate = item.implicitHeight
             }
