@@ -154,19 +154,23 @@ void DesktopApplication::showPane(PreferencesTab tab) {
   settings_.show(tab);
 }
 
+DesktopFacts DesktopApplication::desktopFacts() const {
+  DesktopFacts facts = desktop_.facts();
+  facts.hasTray = !trayIsMissing_;
+  return facts;
+}
+
 SettingsPanes::Desktop DesktopApplication::panesDesktop() {
   return {.applications = desktop_.applications,
           .appsOptions =
               [this] {
+                const bool hidden = desktop_.facts().frontTeller == FrontTeller::nobody;
                 return AppsPane::Options{.compatibility = compatibilityAppsOfLinux(),
                                          .suggestsInstalledOnly = true,
-                                         .hidesFrontApplication = desktop_.hidesFrontApplication()};
+                                         .hidesFrontApplication = hidden};
               },
-          .facts =
-              [this] {
-                return DesktopFacts{.hidesFrontApplication = desktop_.hidesFrontApplication(),
-                                    .hasTray = !trayIsMissing_};
-              },
+          .facts = [this] { return desktopFacts(); },
+          .answersTouchpads = true,
           .system = QSysInfo::prettyProductName().section(u' ', 0, 0).toStdString(),
           .systemVersion =
               (QSysInfo::productVersion() + u' ' + QSysInfo::kernelVersion()).toStdString(),

@@ -36,7 +36,8 @@ class DesktopApplication {
   struct Desktop {
     Applications& applications;
     std::function<std::string(const std::string& bundleID)> icon;
-    std::function<bool()> hidesFrontApplication;
+    /// All but the place for the status item, which shows only with time.
+    std::function<DesktopFacts()> facts;
     QString currentDesktop;
     QString frameFile;
   };
@@ -52,6 +53,7 @@ class DesktopApplication {
   [[nodiscard]] Application::Surroundings surroundings();
   [[nodiscard]] ApplicationEffects effects();
   [[nodiscard]] SettingsPanes::Desktop panesDesktop();
+  [[nodiscard]] DesktopFacts desktopFacts() const;
   void showPane(PreferencesTab tab);
   void followAppearance();
   void tellThatTrayIsMissing();

@@ -43,8 +43,7 @@ SettingsPanes::SettingsPanes(Application& application, Desktop desktop,
     : application_(application),
       desktop_(std::move(desktop)),
       show_(std::move(show)),
-      selection_(defaults()),
-      touches_(TapActivityLog::shared()) {}
+      selection_(defaults()) {}
 
 Texts SettingsPanes::texts() {
   return SystemRegionalSettings::shared().texts();
@@ -83,11 +82,19 @@ GeneralFacts SettingsPanes::generalFacts() const {
           .desktop = desktop_.facts()};
 }
 
-GestureFacts SettingsPanes::gestureFacts() {
-  return {.enabled = Config::shared().enabled(),
-          .accessibilityGranted = Permissions::shared().granted(),
-          .listenersRunning = Controller::shared().isRunning(),
-          .connectedDevices = TouchEngine::shared().connectedDeviceClasses()};
+GestureFacts SettingsPanes::gestureFacts() const {
+  GestureFacts facts = {.enabled = Config::shared().enabled(),
+                        .accessibilityGranted = Permissions::shared().granted(),
+                        .permissionIsSetUpHere = desktop_.facts().accessByRule,
+                        .listenersRunning = Controller::shared().isRunning(),
+                        .connectedDevices = TouchEngine::shared().connectedDeviceClasses()};
+  if (desktop_.answersTouchpads) {
+    const SystemPreferences& system = Platform::current().systemPreferences;
+    facts.desktopClicks = DesktopClicks{
+        .threeFingerTap = system.desktopClicksFor(TrackpadGesture::threeFingerTap),
+        .threeFingerClick = system.desktopClicksFor(TrackpadGesture::threeFingerClick)};
+  }
+  return facts;
 }
 
 void SettingsPanes::setEnabled(bool on) {
@@ -189,7 +196,6 @@ void SettingsPanes::make(PanesObject& panes) {
   panes.tuning = new TuningObject({.defaults = defaults(),
                                    .log = TapActivityLog::shared(),
                                    .notifications = Platform::current().notifications,
-                                   .touches = touches_,
                                    .texts = words,
                                    .announce =
                                        [](std::string_view key) {

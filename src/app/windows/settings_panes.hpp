@@ -16,7 +16,6 @@
 #include "settings/apps_pane.hpp"
 #include "settings/general_pane.hpp"
 #include "settings/gestures_pane.hpp"
-#include "settings/retained_touches.hpp"
 #include "settings/support_snapshot.hpp"
 #include "settings/window/settings_window.hpp"
 
@@ -29,8 +28,9 @@ class SettingsPanes {
     Applications& applications;
     std::function<AppsPane::Options()> appsOptions;
     std::function<DesktopFacts()> facts;
-    std::string system;         ///< name of the operating system, for support
-    std::string systemVersion;  ///< of the system, not of this machine
+    bool answersTouchpads = false;  ///< three fingers may be the desktop's own to answer
+    std::string system;             ///< name of the operating system, for support
+    std::string systemVersion;      ///< of the system, not of this machine
     /// Lets the person choose among installed applications; their identifiers.
     std::function<std::vector<std::string>(const std::string& message)> chooseApplications;
     /// Lets the person say where; false when the text could not be written there.
@@ -53,7 +53,7 @@ class SettingsPanes {
   void make(PanesObject& panes);
   void makeLists(PanesObject& panes);
   [[nodiscard]] GeneralFacts generalFacts() const;
-  [[nodiscard]] static GestureFacts gestureFacts();
+  [[nodiscard]] GestureFacts gestureFacts() const;
   [[nodiscard]] SupportFacts supportFacts() const;
   void setEnabled(bool on);
   static void toggleLaunchAtLogin();
@@ -62,7 +62,6 @@ class SettingsPanes {
   Desktop desktop_;
   std::function<void(PreferencesTab)> show_;
   GestureDeviceSelection selection_;
-  RetainedTouches touches_;
 };
 
 }  // namespace velotap

@@ -1,78 +1,12 @@
-// The whole settings window in memory: every pane in every language, as narrow as it gets.
+// The whole settings window in memory: what a person does in it.
 
 #include <QCoreApplication>
-#include <QQuickItem>
-#include <memory>
 
-#include "settings/capture/fixture.hpp"
-#include "settings/window/settings_window.hpp"
-#include "view_fixture.hpp"
+#include "scene.hpp"
+#include "settings/window/values.hpp"
 
 namespace velotap::test {
 namespace {
-
-constexpr std::array<const char*, 5> kLanguages = {"en", "bg", "de", "es", "fr"};
-constexpr std::array<const char*, 5> kTabs = {"general", "gestures", "tuning", "apps", "about"};
-
-class SceneTest : public ViewTest {
- protected:
-  // Opens the window with a pane in front.
-  void open(const char* locale, PreferencesTab tab, QSize size) {
-    settings.reset();
-    fixture = std::make_unique<Fixture>(locale);
-    settings = std::make_unique<SettingsWindow>(
-        context, SettingsWindow::Effects{
-                     .texts = [this] { return fixture->texts(); },
-                     .makePanes = [this](PanesObject& panes) { fixture->makePanes(panes); },
-                     .observe = [](std::function<void()>) { return std::vector<Observation>(); },
-                     .frameFile = {}});
-    settings->show(tab);
-    settings->view()->resize(size);
-    awaitFrame();
-  }
-  void awaitFrame() {
-    QEventLoop shown;
-    const auto connection = QObject::connect(settings->view(), &QQuickWindow::frameSwapped, &shown,
-                                             &QEventLoop::quit, Qt::QueuedConnection);
-    settings->view()->update();
-    shown.exec();
-    QObject::disconnect(connection);
-  }
-  void keep(const QString& name) {
-    const QString folder = qEnvironmentVariable("VELOTAP_PICTURES");
-    if (folder.isEmpty()) return;
-    settings->view()->grabWindow().save(folder + u'/' + name + QStringLiteral(".png"));
-  }
-
-  std::unique_ptr<Fixture> fixture;
-  std::unique_ptr<SettingsWindow> settings;
-};
-
-TEST_F(SceneTest, NothingIsCutOffInAnyLanguage) {
-  for (const char* language : kLanguages) {
-    for (std::size_t tab = 0; tab < 5; ++tab) {
-      open(language, static_cast<PreferencesTab>(tab), {480, 2600});
-      EXPECT_EQ(truncatedTexts(settings->view()->rootObject()), QStringList())
-          << language << " " << kTabs[tab];
-      keep(QStringLiteral("%1-%2").arg(QLatin1String(kTabs[tab]), QLatin1String(language)));
-    }
-  }
-}
-
-// What is behind disclosures and in sheets is read as much as what is in front.
-TEST_F(SceneTest, DetailsAreNotCutOffEither) {
-  for (const char* language : kLanguages) {
-    for (std::size_t tab = 0; tab < 4; ++tab) {
-      open(language, static_cast<PreferencesTab>(tab), {480, 3000});
-      QMetaObject::invokeMethod(settings->view()->rootObject(), "showDetails",
-                                Q_ARG(QVariant, true), Q_ARG(QVariant, tab == 1));
-      awaitFrame();
-      EXPECT_EQ(truncatedTexts(settings->view()->contentItem()), QStringList())
-          << language << " " << kTabs[tab];
-      keep(QStringLiteral("%1-%2-details").arg(QLatin1String(kTabs[tab]), QLatin1String(language)));
-    }
-  }
-}
 
 TEST_F(SceneTest, GesturesAreSwitchedExplainedAndUndone) {
   open("en", PreferencesTab::gestures, {560, 600});
@@ -119,15 +53,65 @@ TEST_F(SceneTest, ClosingForgetsAndOpeningStartsAfresh) {
       pane->state().value(QStringLiteral("search")).toMap()[QStringLiteral("active")].toBool());
 }
 
-TEST_F(SceneTest, LightAndDark) {
-  for (const auto& [look, name] :
-       {std::pair(Look{}, "light"), std::pair(Look{ColorScheme::dark}, "dark")}) {
-    context.setLook(look);
-    for (std::size_t tab = 0; tab < 5; ++tab) {
-      open("en", static_cast<PreferencesTab>(tab), {560, 2400});
-      keep(QStringLiteral("%1-%2").arg(QLatin1String(kTabs[tab]), QLatin1String(name)));
-    }
+// Words, numbers, dates and percents: all that a window says in a new language when it opens in it,
+// it says as well when the language changes while it is open.
+TEST_F(SceneTest, ANewLanguageRedrawsAnOpenWindow) {
+  for (const SceneState& state : sceneStates()) {
+    open("de_DE", state, 560);
+    const QStringList wanted = texts();
+    open("en_US", state, 560);
+    EXPECT_NE(texts(), wanted) << state.name;
+    fixture->setLocale("de_DE");
+    settings->refreshLocalizedLabels();
+    awaitFrame();
+    EXPECT_EQ(texts().join(u'\n').toStdString(), wanted.join(u'\n').toStdString()) << state.name;
   }
+}
+
+TEST_F(SceneTest, NumbersFollowTheRegion) {
+  open("de_DE", PreferencesTab::tuning, {560, 600});
+  QString shown = texts().join(u'\n');
+  EXPECT_TRUE(shown.contains(QStringLiteral("0,05")) && shown.contains(u"35\u00a0%"))
+      << shown.toStdString();
+  fixture->setLocale("de_CH");
+  settings->refreshLocalizedLabels();
+  awaitFrame();
+  shown = texts().join(u'\n');
+  EXPECT_TRUE(shown.contains(QStringLiteral("0.05")) && shown.contains(u"35%"))
+      << shown.toStdString();
+  EXPECT_FALSE(shown.contains(QStringLiteral("0,05")) || shown.contains(u"35\u00a0%"));
+}
+
+TEST_F(SceneTest, WhoAnswersThreeFingersCanBeChosen) {
+  open("en", PreferencesTab::gestures, {560, 600});
+  gestures().setDevice(QStringLiteral("trackpad"));
+  awaitFrame();
+  EXPECT_EQ(control(QStringLiteral("Desktop")), nullptr) << "where desktops never click";
+  fixture->gestureFacts.desktopClicks = DesktopClicks{.threeFingerTap = true};
+  settings->panes()->refresh();
+  awaitFrame();
+  press(QStringLiteral("Desktop"));
+  EXPECT_EQ(fixture->defaults().text("padThreeFingerMode"), "native");
+  EXPECT_TRUE(control(QStringLiteral("Desktop"))->property("checked").toBool());
+  gestures().setTrackpadMode(QStringLiteral("both"));
+  EXPECT_EQ(fixture->defaults().text("padThreeFingerMode"), "native") << "no such mode";
+}
+
+// A note that comes while the pane is open takes its place at once.
+TEST_F(SceneTest, ANoteAppearsWhileItsGestureIsShown) {
+  open("en", PreferencesTab::gestures, {560, 600});
+  gestures().setDevice(QStringLiteral("mouse"));
+  awaitFrame();
+  const double before = page()->property("contentHeight").toReal();
+  fixture->gestureFacts.listenersRunning = false;
+  settings->panes()->refresh();
+  awaitFrame();
+  EXPECT_NE(control(qt(fixture->texts()("Try Again"))), nullptr);
+  EXPECT_GT(page()->property("contentHeight").toReal(), before);
+  fixture->gestureFacts.listenersRunning = true;
+  settings->panes()->refresh();
+  awaitFrame();
+  EXPECT_EQ(page()->property("contentHeight").toReal(), before);
 }
 
 }  // namespace

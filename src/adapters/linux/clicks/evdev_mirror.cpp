@@ -34,6 +34,10 @@ struct Unref {
 constexpr std::size_t kMostSlots = 64;
 using SlotValues = std::array<std::int32_t, kMostSlots>;
 
+int milliseconds(std::optional<double> seconds) {
+  return seconds ? static_cast<int>(std::ceil(*seconds * 1e3)) : -1;
+}
+
 input_event made(std::uint16_t type, std::size_t code, std::int32_t value) {
   input_event event{};
   event.type = type;
@@ -62,9 +66,9 @@ class EvdevMirror final : public MirrorHardware {
   [[nodiscard]] const EvdevDevice& description() const override { return description_; }
 
   void ask() override { ::eventfd_write(ask_.get(), 1); }
-  void waitToBeAsked() override {
+  void waitToBeAsked(std::optional<double> seconds) override {
     pollfd asked = {.fd = ask_.get(), .events = POLLIN, .revents = 0};
-    ::poll(&asked, 1, -1);
+    ::poll(&asked, 1, milliseconds(seconds));
     takeAsked();
   }
 
@@ -88,6 +92,11 @@ class EvdevMirror final : public MirrorHardware {
     }
   }
   [[nodiscard]] NodeState state() override;
+  [[nodiscard]] int obstacle() override {
+    const int error = grab();
+    if (error == 0) ungrab();
+    return error;
+  }
   [[nodiscard]] int grab() override { return ::ioctl(node_.get(), EVIOCGRAB, 1) == 0 ? 0 : errno; }
   void ungrab() override { ::ioctl(node_.get(), EVIOCGRAB, nullptr); }
 
@@ -100,8 +109,8 @@ class EvdevMirror final : public MirrorHardware {
   }
   bool copyState() override;
 
-  void guard() override {
-    guardian_.start(
+  [[nodiscard]] int guard() override {
+    return guardian_.start(
         {.node = node_.get(), .mirror = mirror_.descriptor(), .pointer = pointerDescriptor_()});
   }
   void unguard() override { guardian_.stop(); }
@@ -137,14 +146,17 @@ class EvdevMirror final : public MirrorHardware {
 };
 
 MirrorHardware::Wake EvdevMirror::waitFor(int fd, std::optional<double> seconds) {
-  std::array<pollfd, 2> both = {{{.fd = ask_.get(), .events = POLLIN, .revents = 0},
-                                 {.fd = fd, .events = POLLIN, .revents = 0}}};
-  const int timeout = seconds ? static_cast<int>(std::ceil(*seconds * 1e3)) : -1;
-  const int ready = ::poll(both.data(), both.size(), timeout);
+  // Of the guard nothing is awaited but its end, which is told unasked.
+  std::array<pollfd, 3> all = {{{.fd = ask_.get(), .events = POLLIN, .revents = 0},
+                                {.fd = fd, .events = POLLIN, .revents = 0},
+                                {.fd = guardian_.lifeline(), .events = 0, .revents = 0}}};
+  const nfds_t count = guardian_.lifeline() < 0 ? 2 : 3;
+  const int ready = ::poll(all.data(), count, milliseconds(seconds));
   if (ready == 0) return Wake::timeUp;
-  if ((both[1].revents & (POLLERR | POLLHUP | POLLNVAL)) != 0) return Wake::gone;
+  if ((all[1].revents & (POLLERR | POLLHUP | POLLNVAL)) != 0) return Wake::gone;
+  if (all[2].revents != 0) return Wake::unguarded;
   // Events first: they come of themselves, and a request stays until it is taken.
-  if ((both[1].revents & POLLIN) != 0) return Wake::events;
+  if ((all[1].revents & POLLIN) != 0) return Wake::events;
   takeAsked();
   return Wake::asked;
 }

@@ -1,6 +1,7 @@
 #include "settings/views/bridge/row_model.hpp"
 
-#include <algorithm>
+#include <QSet>
+#include <utility>
 
 namespace velotap {
 namespace {
@@ -35,17 +36,21 @@ int RowModel::find(const QVariant& id, int from) const {
 
 void RowModel::sync(const QList<QVariantMap>& rows) {
   const int before = count();
+  QSet<QString> staying;
+  for (const QVariantMap& row : rows) staying.insert(idOf(row).toString());
   for (int i = count() - 1; i >= 0; --i) {
-    const QVariant id = idOf(rows_.at(i));
-    const bool stays = std::any_of(rows.begin(), rows.end(),
-                                   [&id](const QVariantMap& row) { return idOf(row) == id; });
-    if (stays) continue;
+    if (staying.contains(idOf(rows_.at(i)).toString())) continue;
     beginRemoveRows({}, i, i);
     rows_.removeAt(i);
     endRemoveRows();
   }
+  QSet<QString> known;
+  for (const QVariantMap& row : std::as_const(rows_)) known.insert(idOf(row).toString());
   for (int i = 0; i < static_cast<int>(rows.size()); ++i) {
-    const int found = find(idOf(rows.at(i)), i);
+    const QVariant id = idOf(rows.at(i));
+    // Rows mostly stand where they did; one that was not there is not looked for.
+    const bool isThere = i < count() && idOf(rows_.at(i)) == id;
+    const int found = isThere ? i : known.contains(id.toString()) ? find(id, i) : -1;
     if (found < 0) {
       beginInsertRows({}, i, i);
       rows_.insert(i, rows.at(i));

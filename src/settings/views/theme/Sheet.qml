@@ -1,6 +1,7 @@
 // A panel inside the window that has to be answered or closed before anything else.
 import QtQuick
 import QtQuick.Templates as T
+import QtQuick.Window
 import Velotap
 
 T.Popup {
@@ -11,7 +12,7 @@ T.Popup {
     property Item firstFocus: null
     default property alias content: body.data
     property alias buttons: buttonRow.data
-    readonly property int top: 56
+    readonly property int top: Theme.sheetTop
 
     parent: T.Overlay.overlay
     modal: true
@@ -32,7 +33,16 @@ T.Popup {
         border.color: Theme.edge
         border.width: Theme.hairline
     }
-    onOpened: if (firstFocus) firstFocus.forceActiveFocus(Qt.PopupFocusReason)
+    // The keyboard comes back to where it was; who came by keyboard sees where it is.
+    property Item opener: null
+    property int reason: Qt.PopupFocusReason
+    onAboutToShow: {
+        opener = parent ? parent.Window.activeFocusItem : null
+        reason = opener && opener.visualFocus ? Qt.TabFocusReason : Qt.PopupFocusReason
+        if (firstFocus) firstFocus.focus = true
+    }
+    onOpened: if (firstFocus && firstFocus.activeFocus) firstFocus.focusReason = reason
+    onClosed: if (opener && opener.visible && opener.enabled) opener.forceActiveFocus(reason)
     contentItem: Flickable {
         clip: true
         contentWidth: width
