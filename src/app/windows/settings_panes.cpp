@@ -186,7 +186,7 @@ void SettingsPanes::make(PanesObject& panes) {
   panes.gestures = new GesturesObject(
       defaults(), selection_,
       {.texts = words,
-       .facts = &SettingsPanes::gestureFacts,
+       .facts = [this] { return gestureFacts(); },
        .openAccessibilitySettings = [this] { application_.onboarding().show(); },
        .startListeners = [] { Controller::shared().start(); },
        .showGeneral = [this] { show_(PreferencesTab::general); },

@@ -30,8 +30,15 @@ TEST(MacApplicationTest, aRunFromTheLaunchToTheEnd) {
   EXPECT_EQ(world.onboardings, 1);
   EXPECT_EQ(world.quartz.installed(kCGSessionEventTap), 0U) << "not trusted";
 
+  // The box is ticked, but for a program that no longer exists: taps are refused all the same.
+  world.quartz.refuseSession = true;
   world.accessibility.trusted = true;
   world.pass(1.0);
+  EXPECT_EQ(world.statusItem.symbol, "exclamationmark.triangle");
+  EXPECT_EQ(world.quartz.installed(kCGHIDEventTap), 0U);
+  EXPECT_EQ(world.multitouch.heldReferences(), 0U) << "nothing is half started";
+  world.quartz.refuseSession = false;
+  delegate.applicationDidBecomeActive();
   EXPECT_EQ(world.statusItem.symbol, "computermouse.fill");
   EXPECT_EQ(world.quartz.installed(kCGSessionEventTap), 1U);
   EXPECT_EQ(world.quartz.installed(kCGHIDEventTap), 1U);
