@@ -192,8 +192,14 @@ void TrayMenu::refreshTriggers(std::vector<MenuItem>& items) const {
   }
 }
 
+// What stands for an application that nobody knows cannot be told from another one: no rule for it.
+std::optional<AppTracker::Front> TrayMenu::ignorableApp() const {
+  if (services_.hidesFrontApplication && services_.hidesFrontApplication()) return std::nullopt;
+  return services_.apps.frontApp();
+}
+
 void TrayMenu::refreshIgnoreItem(MenuItem& ignore) const {
-  const auto front = services_.apps.frontApp();
+  const auto front = ignorableApp();
   ignore.enabled = front.has_value();
   if (!front) {
     ignore.title = localize_("Ignore Current App");
@@ -241,7 +247,7 @@ void TrayMenu::toggleTrigger(const MenuItem& trigger) {
 }
 
 void TrayMenu::toggleIgnoreApp() {
-  const auto front = services_.apps.frontApp();
+  const auto front = ignorableApp();
   if (!front) return;
   auto ignored = Config::normalizedAppIDs(services_.config.ignoredApps());
   const std::string id(front->bundleID.text());

@@ -82,10 +82,6 @@ std::string notices() {
 
 }  // namespace
 
-void ViewAnnouncements::post(const std::string& message, AnnouncementPriority) {
-  context_.announce(qt(message));
-}
-
 DesktopApplication::DesktopApplication(ViewContext& context, Desktop desktop)
     : context_(context),
       desktop_(std::move(desktop)),
@@ -93,8 +89,7 @@ DesktopApplication::DesktopApplication(ViewContext& context, Desktop desktop)
       touches_(TapActivityLog::shared()),
       application_(surroundings()),
       statusItem_(application_.trayMenu(), [this] { tellThatTrayIsMissing(); }),
-      onboardingWindow_(application_.onboarding(), context,
-                        [this] { showPane(PreferencesTab::gestures); }),
+      onboardingWindow_(application_.onboarding(), context, [this] { settings_.showPractice(); }),
       settings_(context, settingsEffects()) {
   application_.trayMenu().setView(statusItem_.view());
   application_.onboarding().setView(onboardingWindow_.view());
@@ -112,6 +107,7 @@ Application::Surroundings DesktopApplication::surroundings() {
               },
           .variant = kVariant,
           .version = VELOTAP_VERSION,
+          .hidesFrontApplication = desktop_.hidesFrontApplication,
           .refreshLocalizedLabels = [this] { settings_.refreshLocalizedLabels(); },
           // Windows have their own shortcuts; there is no menu bar to fill.
           .showMainMenu = [](const std::vector<MenuItem>&) {}};

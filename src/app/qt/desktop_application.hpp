@@ -14,7 +14,6 @@
 #include "app/qt/status_item.hpp"
 #include "input/gesture_device.hpp"
 #include "localization/system_regional_settings.hpp"
-#include "platform/announcements.hpp"
 #include "platform/applications.hpp"
 #include "settings/general_pane.hpp"
 #include "settings/gestures_pane.hpp"
@@ -23,16 +22,6 @@
 #include "settings/window/settings_window.hpp"
 
 namespace velotap {
-
-/// Speaks through whatever window is open.
-class ViewAnnouncements final : public Announcements {
- public:
-  explicit ViewAnnouncements(ViewContext& context) : context_(context) {}
-  void post(const std::string& message, AnnouncementPriority) override;
-
- private:
-  ViewContext& context_;
-};
 
 class DesktopApplication {
  public:

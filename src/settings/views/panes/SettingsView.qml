@@ -113,5 +113,4 @@ Rectangle {
             Shortcut { sequence: "Ctrl+" + (index + 1); onActivated: root.panes.window.setTab(index) }
         }
     }
-    Announcer {}
 }
