@@ -192,10 +192,11 @@ void TrayMenu::refreshTriggers(std::vector<MenuItem>& items) const {
   }
 }
 
-// What stands for an application that nobody knows cannot be told from another one: no rule for it.
+// What nobody knows cannot be told from anything else: a rule for it would be one for all of that.
 std::optional<AppTracker::Front> TrayMenu::ignorableApp() const {
-  if (services_.hidesFrontApplication && services_.hidesFrontApplication()) return std::nullopt;
-  return services_.apps.frontApp();
+  auto front = services_.apps.frontApp();
+  if (front && front->bundleID.text() == services_.unknownApplication) front.reset();
+  return front;
 }
 
 void TrayMenu::refreshIgnoreItem(MenuItem& ignore) const {

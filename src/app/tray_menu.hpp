@@ -59,8 +59,8 @@ class TrayMenu {
     Permissions& permissions;
     LoginItem& loginItem;
     UpdateActions updates;
-    /// Whether the desktop keeps to itself who is in front; empty where none does.
-    std::function<bool()> hidesFrontApplication{};
+    /// The identifier that stands for an application nobody knows; empty where there is none.
+    std::string unknownApplication{};
     AccessibilityAnnouncements& announcements;
     Alerts& alerts;
     DiagnosticLog& log;

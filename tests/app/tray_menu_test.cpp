@@ -101,7 +101,6 @@ class TrayMenuTest : public ::testing::Test, protected test::Desktop {
   test::FakeAnnouncements announced_;
   AccessibilityAnnouncements announcements_{announced_};
   std::optional<std::string> noUpdates_;
-  bool hidesFront_ = false;
   Lines calls_;
   TrayMenu menu_{{.controller = services_.controller,
                   .config = services_.config,
@@ -111,7 +110,7 @@ class TrayMenuTest : public ::testing::Test, protected test::Desktop {
                   .loginItem = loginItem_,
                   .updates = {.unavailableReason = [this] { return noUpdates_; },
                               .check = [this] { calls_.emplace_back("check for updates"); }},
-                  .hidesFrontApplication = [this] { return hidesFront_; },
+                  .unknownApplication = "com.example.unknown",
                   .announcements = announcements_,
                   .alerts = alerts,
                   .log = log},
@@ -389,17 +388,16 @@ TEST_F(TrayMenuTest, WithoutAnApplicationInFrontThereIsNothingToIgnore) {
   EXPECT_EQ(services_.config.ignoredApps(), Lines{});
 }
 
-TEST_F(TrayMenuTest, WhereTheDesktopHidesTheApplicationInFrontThereIsNothingToIgnore) {
-  activate("com.example.standin", "Stand-in");
-  hidesFront_ = true;
+TEST_F(TrayMenuTest, AnApplicationThatNobodyKnowsCannotBeIgnored) {
+  activate("com.example.unknown", "com.example.unknown");
   menu_.rebuildContextMenu();
   EXPECT_FALSE(named("Ignore Current App").enabled);
   EXPECT_EQ(named("Ignore Current App").checked, false);
   menu_.toggleIgnoreApp();
   EXPECT_EQ(services_.config.ignoredApps(), Lines{});
-  hidesFront_ = false;
+  activate("com.example.editor", "Editor");
   menu_.menuWillOpen();
-  EXPECT_TRUE(named("Ignore Stand-in").enabled);
+  EXPECT_TRUE(named("Ignore Editor").enabled);
 }
 
 TEST_F(TrayMenuTest, BehindItsOwnWindowItNamesTheApplicationBefore) {

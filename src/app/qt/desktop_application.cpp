@@ -1,5 +1,6 @@
 #include "app/qt/desktop_application.hpp"
 
+#include <QApplication>
 #include <QClipboard>
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -7,7 +8,9 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QPalette>
 #include <QSaveFile>
+#include <QStyle>
 #include <QSysInfo>
 #include <QUrl>
 #include <QVariantMap>
@@ -80,6 +83,23 @@ std::string notices() {
   return file.readAll().toStdString();
 }
 
+// Menus and alerts are drawn by Qt, which before 6.5 does not ask whether the desktop is dark.
+QPalette widgetPalette(const QVariantMap& colors, bool dark) {
+  QPalette usual = QApplication::style()->standardPalette();
+  if (!dark || usual.color(QPalette::Window).lightness() < 128) return usual;
+  const auto color = [&colors](const char* name) {
+    return colors.value(QString::fromLatin1(name)).value<QColor>();
+  };
+  QPalette palette(color("text"), color("button"), color("line"), color("sunken"), color("edge"),
+                   color("text"), color("text"), color("card"), color("card"));
+  palette.setColor(QPalette::Highlight, color("fill"));
+  palette.setColor(QPalette::HighlightedText, color("fillText"));
+  for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+    palette.setColor(QPalette::Disabled, role, color("edge"));
+  }
+  return palette;
+}
+
 }  // namespace
 
 DesktopApplication::DesktopApplication(ViewContext& context, Desktop desktop)
@@ -107,7 +127,7 @@ Application::Surroundings DesktopApplication::surroundings() {
               },
           .variant = kVariant,
           .version = VELOTAP_VERSION,
-          .hidesFrontApplication = desktop_.hidesFrontApplication,
+          .unknownApplication = desktop_.unknownApplication,
           .refreshLocalizedLabels = [this] { settings_.refreshLocalizedLabels(); },
           // Windows have their own shortcuts; there is no menu bar to fill.
           .showMainMenu = [](const std::vector<MenuItem>&) {}};
@@ -139,6 +159,7 @@ void DesktopApplication::followAppearance() {
   context_.setLook({.scheme = appearance_.dark() ? ColorScheme::dark : ColorScheme::light,
                     .highContrast = appearance_.highContrast(),
                     .textScale = appearance_.textScale()});
+  QApplication::setPalette(widgetPalette(context_.palette(), appearance_.dark()));
   statusItem_.setDarkPanel(panelIsDark(desktop_.currentDesktop, appearance_.dark()));
 }
 

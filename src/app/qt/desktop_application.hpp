@@ -30,6 +30,7 @@ class DesktopApplication {
     Applications& applications;
     std::function<std::string(const std::string& bundleID)> icon;
     std::function<bool()> hidesFrontApplication;
+    std::string unknownApplication;  ///< the identifier that stands for one
     QString currentDesktop;
     QString frameFile;
   };

@@ -112,6 +112,7 @@ int run(QApplication& application, const Descriptor& interrupts) {
        .icon = [&applications](const std::string& id) { return applications.icon(id); },
        .hidesFrontApplication =
            [&desktop] { return desktop.workspace().source().kind == FrontSourceKind::none; },
+       .unknownApplication = kUnknownApplication,
        .currentDesktop = QString::fromStdString(session.currentDesktop),
        .frameFile = QString::fromStdString(stateFolder() + "/velotap/windows.ini")});
   instance->serve(queue, queue, session.busAddress, [&velotap] { velotap.reopen(); });
