@@ -24,10 +24,9 @@ TEST(LinuxDesktopFacts, OnlyRefusedDevicesAreTold) {
         .status = {.state = state, .trouble = GrabTrouble::device, .error = error},
         .trouble = {}};
   };
-  const auto refused = refusedDevices({device("Resting", GrabState::resting, 0),
-                                       device("Held", GrabState::refused, EBUSY),
-                                       device("Ours", GrabState::grabbed, 0),
-                                       device("Forbidden", GrabState::refused, EACCES)});
+  const auto refused = refusedDevices(
+      {device("Resting", GrabState::resting, 0), device("Held", GrabState::refused, EBUSY),
+       device("Ours", GrabState::grabbed, 0), device("Forbidden", GrabState::refused, EACCES)});
   ASSERT_EQ(refused.size(), 2U);
   EXPECT_EQ(refused[0].name, "Held");
   EXPECT_TRUE(refused[0].heldByAnother);
