@@ -55,7 +55,8 @@ std::string SessionActivity::session() const {
 }
 
 bool SessionActivity::active() const {
-  const std::string name = functions_ != nullptr ? session() : std::string();
+  if (functions_ == nullptr) return console_.inFront();
+  const std::string name = session();
   const int answer = name.empty() ? -1 : functions_->isActive(name.c_str());
   // An error means that the login manager does not know.
   return answer < 0 ? console_.inFront() : answer > 0;

@@ -97,14 +97,15 @@ TEST_F(GuardianTest, keepsNothingOpenButWhatItGuards) {
 TEST_F(GuardianTest, saysWhyThereCanBeNone) {
   rlimit before{};
   ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+  const Guardian::Watched files = watched();
   const rlimit none = {.rlim_cur = 3, .rlim_max = before.rlim_max};
   ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
-  const int error = guardian.start(watched());
+  const int error = guardian.start(files);
   ::setrlimit(RLIMIT_NOFILE, &before);
   EXPECT_EQ(error, EMFILE);
   EXPECT_EQ(guardian.lifeline(), -1);
   EXPECT_TRUE(children().empty());
-  EXPECT_EQ(guardian.start(watched()), 0) << "once there are files again";
+  EXPECT_EQ(guardian.start(files), 0) << "once there are files again";
 }
 
 TEST_F(GuardianTest, endsWhenItIsStoppedAndLeavesNoProcess) {
