@@ -66,6 +66,7 @@ TrayMenu::Services Application::trayServices() {
           .permissions = Permissions::shared(),
           .loginItem = LoginItem::shared(),
           .updates = updateActions(),
+          .unknownApplication = surroundings_.unknownApplication,
           .announcements = AccessibilityAnnouncements::shared(),
           .alerts = Platform::current().alerts,
           .log = Platform::current().log};

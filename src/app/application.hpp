@@ -33,6 +33,8 @@ class Application {
     /// Whether there is a window to explain the permission in. Without one the first launch that
     /// has one still explains it.
     bool explainsPermission = true;
+    /// The identifier that stands for an application nobody knows; empty where there is none.
+    std::string unknownApplication{};
     /// Of the settings window; empty without one.
     std::function<void()> refreshLocalizedLabels{};
     /// Puts the main menu in place; empty without one.

@@ -103,8 +103,10 @@ void Onboarding::tryMiddleClick() {
   if (view_.openPractice) view_.openPractice();
 }
 
+// The new window first: the person never sees neither.
 void Onboarding::continueToSettings() {
   effects_.application.openSettings(SettingsPane::general);
+  if (view_.close) view_.close();
 }
 
 std::string Onboarding::text(std::string_view key) const {

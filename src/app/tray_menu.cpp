@@ -192,8 +192,15 @@ void TrayMenu::refreshTriggers(std::vector<MenuItem>& items) const {
   }
 }
 
+// What nobody knows cannot be told from anything else: a rule for it would be one for all of that.
+std::optional<AppTracker::Front> TrayMenu::ignorableApp() const {
+  auto front = services_.apps.frontApp();
+  if (front && front->bundleID.text() == services_.unknownApplication) front.reset();
+  return front;
+}
+
 void TrayMenu::refreshIgnoreItem(MenuItem& ignore) const {
-  const auto front = services_.apps.frontApp();
+  const auto front = ignorableApp();
   ignore.enabled = front.has_value();
   if (!front) {
     ignore.title = localize_("Ignore Current App");
@@ -241,7 +248,7 @@ void TrayMenu::toggleTrigger(const MenuItem& trigger) {
 }
 
 void TrayMenu::toggleIgnoreApp() {
-  const auto front = services_.apps.frontApp();
+  const auto front = ignorableApp();
   if (!front) return;
   auto ignored = Config::normalizedAppIDs(services_.config.ignoredApps());
   const std::string id(front->bundleID.text());

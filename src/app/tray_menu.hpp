@@ -59,6 +59,8 @@ class TrayMenu {
     Permissions& permissions;
     LoginItem& loginItem;
     UpdateActions updates;
+    /// The identifier that stands for an application nobody knows; empty where there is none.
+    std::string unknownApplication{};
     AccessibilityAnnouncements& announcements;
     Alerts& alerts;
     DiagnosticLog& log;
@@ -109,6 +111,7 @@ class TrayMenu {
   void addTrigger(std::string_view titleKey, std::string_view settingKey, MenuItem& menu);
   void refreshTriggers(std::vector<MenuItem>& items) const;
   void refreshIgnoreItem(MenuItem& item) const;
+  [[nodiscard]] std::optional<AppTracker::Front> ignorableApp() const;
   [[nodiscard]] bool enabled() const;
 
   Services services_;

@@ -51,7 +51,8 @@ void ConflictChecker::checkAfterEnabling(std::string_view gestureKey) {
     const int button =
         alerts_.runModal({.message = localize_("Heads-up: possible gesture overlap"),
                           .informativeText = warning.text,
-                          .buttons = {localize_("OK"), localize_("Open System Settings")}});
+                          .buttons = {localize_("OK"), localize_("Open System Settings")},
+                          .closesWithFirst = true});
     if (button == kOpenSettingsButton) {
       alerts_.openUrl("x-apple.systempreferences:" + warning.settingsPane);
     }

@@ -10,6 +10,7 @@ struct AlertRequest {
   std::string message;
   std::string informativeText;
   std::vector<std::string> buttons;  ///< the first one is the default
+  bool closesWithFirst = false;  ///< what closing it unanswered chooses; else it is the last button
 };
 
 /// Main thread.

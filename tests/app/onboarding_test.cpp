@@ -205,7 +205,7 @@ TEST_F(OnboardingTest, ItsButtonsDoWhatTheySay) {
   onboarding_.setUpLater();
   onboarding_.tryMiddleClick();
   onboarding_.continueToSettings();
-  EXPECT_EQ(take(), (Lines{"reveal", "close", "practice", "settings"}));
+  EXPECT_EQ(take(), (Lines{"reveal", "close", "practice", "settings", "close"}));
 }
 
 TEST_F(OnboardingTest, TheTitleFollowsTheLanguageOfAnExistingWindow) {

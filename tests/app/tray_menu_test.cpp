@@ -110,6 +110,7 @@ class TrayMenuTest : public ::testing::Test, protected test::Desktop {
                   .loginItem = loginItem_,
                   .updates = {.unavailableReason = [this] { return noUpdates_; },
                               .check = [this] { calls_.emplace_back("check for updates"); }},
+                  .unknownApplication = "com.example.unknown",
                   .announcements = announcements_,
                   .alerts = alerts,
                   .log = log},
@@ -385,6 +386,18 @@ TEST_F(TrayMenuTest, WithoutAnApplicationInFrontThereIsNothingToIgnore) {
   EXPECT_EQ(named("Ignore Current App").enabled, false);
   menu_.toggleIgnoreApp();
   EXPECT_EQ(services_.config.ignoredApps(), Lines{});
+}
+
+TEST_F(TrayMenuTest, AnApplicationThatNobodyKnowsCannotBeIgnored) {
+  activate("com.example.unknown", "com.example.unknown");
+  menu_.rebuildContextMenu();
+  EXPECT_FALSE(named("Ignore Current App").enabled);
+  EXPECT_EQ(named("Ignore Current App").checked, false);
+  menu_.toggleIgnoreApp();
+  EXPECT_EQ(services_.config.ignoredApps(), Lines{});
+  activate("com.example.editor", "Editor");
+  menu_.menuWillOpen();
+  EXPECT_TRUE(named("Ignore Editor").enabled);
 }
 
 TEST_F(TrayMenuTest, BehindItsOwnWindowItNamesTheApplicationBefore) {

@@ -1,5 +1,6 @@
 #include "app/qt/desktop_application.hpp"
 
+#include <QApplication>
 #include <QClipboard>
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -7,7 +8,9 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QPalette>
 #include <QSaveFile>
+#include <QStyle>
 #include <QSysInfo>
 #include <QUrl>
 #include <QVariantMap>
@@ -61,19 +64,31 @@ std::string notices() {
   return file.readAll().toStdString();
 }
 
-}  // namespace
-
-void ViewAnnouncements::post(const std::string& message, AnnouncementPriority) {
-  context_.announce(qt(message));
+// Menus and alerts are drawn by Qt, which before 6.5 does not ask whether the desktop is dark.
+QPalette widgetPalette(const QVariantMap& colors, bool dark) {
+  QPalette usual = QApplication::style()->standardPalette();
+  if (!dark || usual.color(QPalette::Window).lightness() < 128) return usual;
+  const auto color = [&colors](const char* name) {
+    return colors.value(QString::fromLatin1(name)).value<QColor>();
+  };
+  QPalette palette(color("text"), color("button"), color("line"), color("sunken"), color("edge"),
+                   color("text"), color("text"), color("card"), color("card"));
+  palette.setColor(QPalette::Highlight, color("fill"));
+  palette.setColor(QPalette::HighlightedText, color("fillText"));
+  for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+    palette.setColor(QPalette::Disabled, role, color("edge"));
+  }
+  return palette;
 }
+
+}  // namespace
 
 DesktopApplication::DesktopApplication(ViewContext& context, Desktop desktop)
     : context_(context),
       desktop_(std::move(desktop)),
       application_(surroundings()),
       statusItem_(application_.trayMenu(), [this] { tellThatTrayIsMissing(); }),
-      onboardingWindow_(application_.onboarding(), context,
-                        [this] { showPane(PreferencesTab::gestures); }),
+      onboardingWindow_(application_.onboarding(), context, [this] { settings_.showPractice(); }),
       panes_(application_, panesDesktop(), [this](PreferencesTab tab) { showPane(tab); }),
       settings_(context, panes_.effects(desktop_.frameFile)) {
   application_.trayMenu().setView(statusItem_.view());
@@ -92,6 +107,7 @@ Application::Surroundings DesktopApplication::surroundings() {
               },
           .variant = kVariant,
           .version = VELOTAP_VERSION,
+          .unknownApplication = desktop_.unknownApplication,
           .refreshLocalizedLabels = [this] { settings_.refreshLocalizedLabels(); },
           // Windows have their own shortcuts; there is no menu bar to fill.
           .showMainMenu = [](const std::vector<MenuItem>&) {}};
@@ -119,6 +135,7 @@ void DesktopApplication::followAppearance() {
   context_.setLook({.scheme = appearance_.dark() ? ColorScheme::dark : ColorScheme::light,
                     .highContrast = appearance_.highContrast(),
                     .textScale = appearance_.textScale()});
+  QApplication::setPalette(widgetPalette(context_.palette(), appearance_.dark()));
   statusItem_.setDarkPanel(panelIsDark(desktop_.currentDesktop, appearance_.dark()));
 }
 

@@ -14,21 +14,10 @@
 #include "app/windows/onboarding_window.hpp"
 #include "app/windows/settings_panes.hpp"
 #include "localization/system_regional_settings.hpp"
-#include "platform/announcements.hpp"
 #include "platform/applications.hpp"
 #include "settings/window/settings_window.hpp"
 
 namespace velotap {
-
-/// Speaks through whatever window is open.
-class ViewAnnouncements final : public Announcements {
- public:
-  explicit ViewAnnouncements(ViewContext& context) : context_(context) {}
-  void post(const std::string& message, AnnouncementPriority) override;
-
- private:
-  ViewContext& context_;
-};
 
 class DesktopApplication {
  public:
@@ -38,6 +27,7 @@ class DesktopApplication {
     std::function<std::string(const std::string& bundleID)> icon;
     /// All but the place for the status item, which shows only with time.
     std::function<DesktopFacts()> facts;
+    std::string unknownApplication;  ///< the identifier that stands for one
     QString currentDesktop;
     QString frameFile;
   };

@@ -20,10 +20,12 @@
 // After the headers above: Qt makes a macro of a word that they use.
 #include <QApplication>
 #include <QDir>
+#include <QIcon>
 #include <QLocale>
 
 #include "adapters/qt/desktop/qt_alerts.hpp"
 #include "adapters/qt/desktop/qt_regional_settings.hpp"
+#include "adapters/qt/desktop/unseen_announcer.hpp"
 #include "adapters/qt/runtime/qt_main_loop.hpp"
 #include "app/qt/desktop_application.hpp"
 #include "app/qt/linux_desktop_facts.hpp"
@@ -81,14 +83,14 @@ int run(QApplication& application, const Descriptor& interrupts) {
   PosixClock clock;
   PosixMainQueue queue(clock);
   const QtMainLoop loop(queue);
-  QtAlerts alerts;
+  DesktopUrlOpener pages(session.currentDesktop);
+  QtAlerts alerts([&pages](const std::string& url) { pages.open(url); });
   const LinuxHost host{.clock = clock, .queue = queue, .loop = queue, .alerts = alerts};
   LinuxDesktop desktop(host, Config::debug());
   AppIdentity::migratePreferences(desktop.platform().preferences);
   Platform::setCurrent(desktop.platform());
   ViewContext context(false);
-  ViewAnnouncements announcements(context);
-  DesktopUrlOpener pages(session.currentDesktop);
+  UnseenAnnouncer announcements;
   CurlFetch curl(queue);
   FeedUpdates updates(
       configuredUpdateSource(VELOTAP_VERSION),
@@ -109,6 +111,7 @@ int run(QApplication& application, const Descriptor& interrupts) {
       context, {.applications = applications,
                 .icon = [&applications](const std::string& id) { return applications.icon(id); },
                 .facts = [&desktop] { return linuxDesktopFacts(desktop); },
+                .unknownApplication = kUnknownApplication,
                 .currentDesktop = QString::fromStdString(session.currentDesktop),
                 .frameFile = QString::fromStdString(stateFolder() + "/velotap/windows.ini")});
   instance->serve(queue, queue, session.busAddress, [&velotap] { velotap.reopen(); });
@@ -133,6 +136,10 @@ int main(int argc, char** argv) {
   QApplication::setApplicationDisplayName(QStringLiteral("Velotap"));
   QApplication::setApplicationVersion(QStringLiteral(VELOTAP_VERSION));
   QGuiApplication::setDesktopFileName(QStringLiteral("app.norwend.velotap"));
+  // The theme's, where the program is installed; else the one that it carries.
+  QApplication::setWindowIcon(
+      QIcon::fromTheme(QGuiApplication::desktopFileName(),
+                       QIcon(QStringLiteral(":/velotap/app.norwend.velotap.svg"))));
   QApplication::setQuitOnLastWindowClosed(false);
   return run(application, interrupts);
 }

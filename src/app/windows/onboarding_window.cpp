@@ -86,7 +86,8 @@ void OnboardingWindow::create(const std::string& title, double maximumHeight) {
   window_ = makeView();
   window_->setColor(context_.palette().value(QStringLiteral("window")).value<QColor>());
   window_->setTitle(qt(title));
-  window_->setFlags(Qt::Window | Qt::WindowTitleHint | Qt::WindowCloseButtonHint |
+  // Window managers give dialogues a title and a way to close them, and nothing else.
+  window_->setFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint |
                     Qt::CustomizeWindowHint);
   window_->setInitialProperties(
       {{QStringLiteral("pane"), QVariant::fromValue<QObject*>(object_.get())}});
@@ -101,7 +102,18 @@ void OnboardingWindow::create(const std::string& title, double maximumHeight) {
           &alive_, [this] { drop(); }, Qt::QueuedConnection);
     }
   });
+  centre();
   window_->show();
+  window_->raise();
+  window_->requestActivate();
+}
+
+void OnboardingWindow::centre() {
+  const QScreen* screen = window_->screen();
+  if (screen == nullptr) return;
+  QRect frame(QPoint(), window_->size());
+  frame.moveCenter(screen->availableGeometry().center());
+  window_->setPosition(frame.topLeft());
 }
 
 void OnboardingWindow::fit(double height) {

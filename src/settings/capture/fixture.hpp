@@ -74,6 +74,7 @@ class Fixture {
   /// Panes that are shown have to be refreshed.
   void setLocale(std::string locale) { locale_ = std::move(locale); }
   [[nodiscard]] DefaultsStore& defaults() { return defaults_; }
+  [[nodiscard]] TapActivityLog& taps() { return taps_; }
   /// What the General pane sees; tests change it.
   GeneralFacts generalFacts;
   GestureFacts gestureFacts;

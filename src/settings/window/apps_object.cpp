@@ -65,7 +65,6 @@ void AppsObject::refresh() {
 void AppsObject::show() {
   const Texts texts = effects_.texts();
   const AppsView view = pane_.view(texts);
-  const Confirmation question = pane_.removeVisibleQuestion(texts);
   showRows(view);
   setState(fields(
       {{"intro", fields({{"title", view.introTitle}, {"text", view.introText}})},
@@ -87,10 +86,10 @@ void AppsObject::show() {
        {"choose", view.chooseTitle},
        {"removeVisible", fields({{"title", view.removeVisibleTitle},
                                  {"possible", view.canRemoveVisible},
-                                 {"question", question.title},
-                                 {"note", question.message},
-                                 {"confirm", question.confirm},
-                                 {"cancel", question.cancel}})},
+                                 {"question", view.removeVisible.title},
+                                 {"note", view.removeVisible.message},
+                                 {"confirm", view.removeVisible.confirm},
+                                 {"cancel", view.removeVisible.cancel}})},
        {"suggestions", fields({{"title", view.suggestionsTitle}, {"none", view.noSuggestions}})},
        {"runningTitle", view.runningTitle}}));
   showRunning();

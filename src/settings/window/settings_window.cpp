@@ -77,6 +77,12 @@ void SettingsWindow::show(PreferencesTab tab) {
   followFacts();
 }
 
+void SettingsWindow::showPractice() {
+  show(PreferencesTab::gestures);
+  QMetaObject::invokeMethod(view_->rootObject(), "showDetails", Q_ARG(QVariant, false),
+                            Q_ARG(QVariant, true));
+}
+
 void SettingsWindow::build() {
   panes_ = std::make_unique<PanesObject>();
   window_ = new WindowObject(

@@ -40,6 +40,8 @@ class SettingsWindow {
 
   /// Opens the window, or brings the open one to the front, with this pane.
   void show(PreferencesTab tab);
+  /// The same with the practice place open above the pane of gestures.
+  void showPractice();
   void close();
   [[nodiscard]] bool isOpen() const { return view_ != nullptr; }
   [[nodiscard]] QQuickView* view() { return view_.get(); }

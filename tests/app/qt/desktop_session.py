@@ -29,9 +29,9 @@ def until(condition, patience=PATIENCE):
 
 
 class Program:
-    """`settings` is what its settings file holds before it starts."""
+    """`settings` is what its settings file holds before it starts, `more` is of its environment."""
 
-    def __init__(self, path, provider, settings):
+    def __init__(self, path, provider, settings, more=None):
         self.path = path
         self.home = tempfile.TemporaryDirectory(prefix="velotap-desktop-")
         folder = pathlib.Path(self.home.name, "config", "velotap")
@@ -45,7 +45,7 @@ class Program:
             XDG_STATE_HOME=str(pathlib.Path(self.home.name, "state")), XDG_RUNTIME_DIR=str(runtime),
             LC_ALL="C.UTF-8", LANGUAGE="en", QT_ACCESSIBILITY="1",
             QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", QT_QPA_PLATFORM="xcb",
-            VELOTAP_MULTITOUCH_LIBRARY=provider)
+            VELOTAP_MULTITOUCH_LIBRARY=provider, **(more or {}))
         self.process = subprocess.Popen([path], env=self.environment)
 
     def again(self):

@@ -17,12 +17,16 @@ TEST(LinuxDesktopFacts, EverySourceHasATeller) {
 }
 
 TEST(LinuxDesktopFacts, OnlyRefusedDevicesAreTold) {
-  const auto refused = refusedDevices({
-      {"/dev/input/event1", "Resting", {GrabState::resting, 0}},
-      {"/dev/input/event2", "Held", {GrabState::refused, EBUSY}},
-      {"/dev/input/event3", "Ours", {GrabState::grabbed, 0}},
-      {"/dev/input/event4", "Forbidden", {GrabState::refused, EACCES}},
-  });
+  const auto device = [](const char* name, GrabState state, int error) {
+    return LinuxEventTaps::DeviceStatus{
+        .path = "/dev/input/event1",
+        .name = name,
+        .status = {.state = state, .trouble = GrabTrouble::device, .error = error},
+        .trouble = {}};
+  };
+  const auto refused = refusedDevices(
+      {device("Resting", GrabState::resting, 0), device("Held", GrabState::refused, EBUSY),
+       device("Ours", GrabState::grabbed, 0), device("Forbidden", GrabState::refused, EACCES)});
   ASSERT_EQ(refused.size(), 2U);
   EXPECT_EQ(refused[0].name, "Held");
   EXPECT_TRUE(refused[0].heldByAnother);

@@ -1,6 +1,10 @@
 // The whole settings window in memory: what a person does in it.
 
 #include <QCoreApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QQuickItem>
+#include <chrono>
 
 #include "scene.hpp"
 #include "settings/window/values.hpp"
@@ -24,6 +28,116 @@ TEST_F(SceneTest, GesturesAreSwitchedExplainedAndUndone) {
   pane->restoreDefaults();
   EXPECT_TRUE(
       pane->state().value(QStringLiteral("empty")).toMap()[QStringLiteral("shown")].toBool());
+}
+
+TapActivity tapThatTook(double seconds) {
+  return {.id = 0,
+          .date = std::chrono::system_clock::time_point(std::chrono::seconds(1'704'192'300)),
+          .deviceClass = DeviceClass::trackpad,
+          .fingers = 3,
+          .duration = seconds,
+          .drift = 0.01,
+          .maxDuration = 0.3,
+          .maxDrift = 0.05,
+          .outcome = seconds > 0.3 ? TapActivity::Outcome::tooLong : TapActivity::Outcome::click};
+}
+
+// The first item below `root` that has the property.
+QQuickItem* itemWith(QQuickItem* root, const char* property) {
+  if (root->property(property).isValid()) return root;
+  for (QQuickItem* child : root->childItems()) {
+    if (QQuickItem* const found = itemWith(child, property)) return found;
+  }
+  return nullptr;
+}
+
+TEST_F(SceneTest, TapsShowWhileTheyHappenAndAreMended) {
+  open("en", PreferencesTab::tuning, {560, 600});
+  auto* pane = qobject_cast<TuningObject*>(settings->panes()->tuning);
+  ASSERT_NE(pane, nullptr);
+  const auto newest = [pane](const char* field) {
+    return pane->newestTap()->rows().first()[QLatin1String(field)].toString();
+  };
+  const int before = pane->otherTaps()->count();
+  fixture->taps().record(tapThatTook(0.341));
+  EXPECT_EQ(pane->otherTaps()->count(), before + 1);
+  EXPECT_TRUE(newest("outcome").startsWith(QStringLiteral("Held too long")));
+  EXPECT_EQ(newest("suggestion"), QStringLiteral("Allow 350\u00A0ms"));
+  pane->applySuggestion(pane->newestTap()->rows().first()[QStringLiteral("id")].toInt());
+  EXPECT_EQ(*fixture->defaults().object("maxTapDurationMs")->integer(), 350);
+  EXPECT_EQ(newest("suggestion"), QString());
+  pane->setPaused(true);
+  fixture->taps().record(tapThatTook(0.1));
+  EXPECT_TRUE(newest("outcome").startsWith(QStringLiteral("Held too long"))) << "it is paused";
+  pane->setPaused(false);
+  EXPECT_TRUE(newest("outcome").startsWith(QStringLiteral("Middle click")));
+  awaitFrame();
+}
+
+class CenterBandTest : public SceneTest {
+ protected:
+  CenterBandTest() {
+    open("en", PreferencesTab::tuning, {560, 2400});
+    band = itemWith(settings->view()->rootObject(), "edgeAt");
+  }
+  [[nodiscard]] double edge(const char* key) { return *fixture->defaults().object(key)->real(); }
+  void send(QEvent::Type type, double place) {
+    const QPointF at = band->mapToScene({place * band->width(), band->height() / 2});
+    QMouseEvent event(type, at, at, at, type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton,
+                      type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(settings->view(), &event);
+  }
+  void drag(double from, double to) {
+    send(QEvent::MouseButtonPress, from);
+    send(QEvent::MouseMove, to);
+    send(QEvent::MouseButtonRelease, to);
+  }
+  void press(QQuickItem* item, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    item->forceActiveFocus();
+    QKeyEvent event(QEvent::KeyPress, key, modifiers);
+    QCoreApplication::sendEvent(settings->view(), &event);
+  }
+
+  QQuickItem* band = nullptr;
+};
+
+TEST_F(CenterBandTest, TheNearerEdgeIsDragged) {
+  ASSERT_NE(band, nullptr);
+  drag(0.36, 0.25);
+  EXPECT_DOUBLE_EQ(edge("centerMinX"), 0.25);
+  drag(0.64, 0.801);
+  EXPECT_DOUBLE_EQ(edge("centerMaxX"), 0.8);
+  drag(0.8, 0.2);
+  EXPECT_DOUBLE_EQ(edge("centerMaxX"), 0.5) << "as far as the slider goes";
+  EXPECT_DOUBLE_EQ(edge("centerMinX"), 0.25);
+}
+
+TEST_F(CenterBandTest, EdgesInOnePlaceGoTheWayOfThePointer) {
+  ASSERT_NE(band, nullptr);
+  drag(0.35, 0.5);
+  drag(0.65, 0.5);
+  drag(0.5, 0.6);
+  EXPECT_DOUBLE_EQ(edge("centerMaxX"), 0.6);
+  drag(0.6, 0.5);
+  drag(0.5, 0.3);
+  EXPECT_DOUBLE_EQ(edge("centerMinX"), 0.3);
+  EXPECT_DOUBLE_EQ(edge("centerMaxX"), 0.5);
+}
+
+TEST_F(CenterBandTest, EdgesMoveWithTheKeyboard) {
+  ASSERT_NE(band, nullptr);
+  QList<QQuickItem*> edges;
+  for (QQuickItem* child : band->childItems()) {
+    if (child->activeFocusOnTab()) edges.append(child);
+  }
+  ASSERT_EQ(edges.size(), 2);
+  press(edges[0], Qt::Key_Left);
+  EXPECT_DOUBLE_EQ(edge("centerMinX"), 0.34);
+  press(edges[0], Qt::Key_Right, Qt::ShiftModifier);
+  EXPECT_DOUBLE_EQ(edge("centerMinX"), 0.39);
+  press(edges[1], Qt::Key_Up);
+  EXPECT_DOUBLE_EQ(edge("centerMaxX"), 0.66);
 }
 
 TEST_F(SceneTest, SearchLeadsToItsPane) {

@@ -312,7 +312,7 @@ void DeviceMirror::serveEvents() {
   const std::size_t count = hardware_->read(events);
   Sink sink(*this);
   stream_.handle({events.data(), count}, sink);
-  if (count > 0) hardware_->feed({events.data(), count});
+  if (stream_.toldOfContacts()) hardware_->feed({events.data(), count});
   hardware_->served();
 }
 

@@ -19,6 +19,12 @@ std::string folderOf(const std::function<const char*(const char* name)>& environ
   return (home == nullptr ? std::string() : std::string(home)) + belowHome;
 }
 
+// An installation may have been moved as a whole.
+std::string helperBeside(const std::string& program) {
+  const auto folder = std::filesystem::path(program).parent_path();
+  return (folder / VELOTAP_ACCESS_HELPER_BESIDE).lexically_normal().string();
+}
+
 }  // namespace
 
 std::string LinuxShell::crashFolder(
@@ -43,7 +49,8 @@ LinuxShell::LinuxShell(const LinuxHost& host, LinuxDesktop& desktop, Announcemen
       loginItem_(autostartFolder(&environmentOf), programPath(), urls_),
       access_(host.loop, host.queue),
       prompt_(host.loop,
-              {.helper = findAccessHelper(VELOTAP_ACCESS_HELPER, VELOTAP_SOURCE_ACCESS_HELPER),
+              {.helper = findAccessHelper({helperBeside(programPath()), VELOTAP_ACCESS_HELPER,
+                                           VELOTAP_SOURCE_ACCESS_HELPER}),
                .program = programPath()},
               access_, desktop.sessionActivity(), urls_),
       platform_{.trustPrompt = prompt_,

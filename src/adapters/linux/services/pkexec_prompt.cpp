@@ -51,8 +51,8 @@ void PkexecPrompt::ended() {
   changes_.notify();
 }
 
-std::string findAccessHelper(const std::string& installed, const std::string& sourceTree) {
-  for (const std::string& path : {installed, sourceTree}) {
+std::string findAccessHelper(const std::vector<std::string>& places) {
+  for (const std::string& path : places) {
     if (path.starts_with('/') && findProgram(path)) return path;
   }
   return {};

@@ -54,9 +54,8 @@ class PkexecPrompt final : public TrustPrompt {
   Observation activityChanges_;
 };
 
-/// The helper script: beside the installed program, or in the source tree for a program that was
-/// built and not installed; empty when there is none. Both are absolute paths.
-[[nodiscard]] std::string findAccessHelper(const std::string& installed,
-                                           const std::string& sourceTree);
+/// The helper script: the first of these absolute paths that can be run, empty when none can. What
+/// is installed comes before the source tree, which serves a program that was only built.
+[[nodiscard]] std::string findAccessHelper(const std::vector<std::string>& places);
 
 }  // namespace velotap

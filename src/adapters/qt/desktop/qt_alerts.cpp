@@ -1,10 +1,8 @@
 #include "adapters/qt/desktop/qt_alerts.hpp"
 
 #include <QAbstractButton>
-#include <QDesktopServices>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QUrl>
 
 namespace velotap {
 
@@ -21,7 +19,7 @@ int QtAlerts::runModal(const AlertRequest& request) {
   }
   if (!buttons.isEmpty()) {
     box.setDefaultButton(buttons.first());
-    box.setEscapeButton(buttons.last());
+    box.setEscapeButton(request.closesWithFirst ? buttons.first() : buttons.last());
   }
   box.show();
   box.raise();
@@ -30,11 +28,13 @@ int QtAlerts::runModal(const AlertRequest& request) {
   for (int i = 0; i < buttons.size(); ++i) {
     if (box.clickedButton() == buttons.at(i)) return i;
   }
-  return 0;
+  // Closed by nobody's hand, for example because the program ends: nothing was agreed to.
+  const bool first = request.closesWithFirst || buttons.isEmpty();
+  return first ? 0 : static_cast<int>(buttons.size()) - 1;
 }
 
 void QtAlerts::openUrl(const std::string& url) {
-  QDesktopServices::openUrl(QUrl(QString::fromStdString(url)));
+  openUrl_(url);
 }
 
 }  // namespace velotap

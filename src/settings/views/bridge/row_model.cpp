@@ -1,12 +1,17 @@
 #include "settings/views/bridge/row_model.hpp"
 
 #include <QSet>
+#include <algorithm>
 #include <utility>
 
 namespace velotap {
 namespace {
 
 constexpr int kRow = Qt::UserRole + 1;
+
+// Each row that comes or goes makes a view renumber those below it. From so many on, a view is
+// quicker with a new list.
+constexpr qsizetype kManyChanges = 16;
 
 QVariant idOf(const QVariantMap& row) {
   return row.value(QStringLiteral("id"));
@@ -34,10 +39,25 @@ int RowModel::find(const QVariant& id, int from) const {
   return -1;
 }
 
+bool RowModel::replace(const QList<QVariantMap>& rows, qsizetype staying) {
+  if (count() + rows.size() - 2 * staying <= kManyChanges) return false;
+  beginResetModel();
+  rows_ = rows;
+  endResetModel();
+  return true;
+}
+
 void RowModel::sync(const QList<QVariantMap>& rows) {
   const int before = count();
   QSet<QString> staying;
   for (const QVariantMap& row : rows) staying.insert(idOf(row).toString());
+  const auto stay = std::count_if(rows_.begin(), rows_.end(), [&staying](const QVariantMap& row) {
+    return staying.contains(idOf(row).toString());
+  });
+  if (replace(rows, stay)) {
+    if (count() != before) emit countChanged();
+    return;
+  }
   for (int i = count() - 1; i >= 0; --i) {
     if (staying.contains(idOf(rows_.at(i)).toString())) continue;
     beginRemoveRows({}, i, i);

@@ -61,10 +61,6 @@ void ViewContext::setLook(const Look& look) {
   emit lookChanged();
 }
 
-void ViewContext::announce(const QString& text) {
-  emit announced(text);
-}
-
 QString ViewContext::hex(const QColor& color) const {
   return color.name(QColor::HexRgb).mid(1);
 }

@@ -1,4 +1,4 @@
-// What every view may ask: how things look, and somebody to speak.
+// What every view may ask: how things look.
 //
 // QML knows it as the singleton `App`. The program makes one before the first view and keeps it
 // until the last is gone; views never own it. Main thread.
@@ -53,14 +53,10 @@ class ViewContext : public QObject {
   [[nodiscard]] const Look& look() const { return look_; }
   void setLook(const Look& look);
 
-  /// Lets the screen reader say it, wherever a window of ours is open.
-  void announce(const QString& text);
-
   Q_INVOKABLE [[nodiscard]] QString hex(const QColor& color) const;
 
  signals:
   void lookChanged();
-  void announced(const QString& text);
 
  private:
   Look look_;

@@ -197,5 +197,4 @@ Rectangle {
         }
     }
     Shortcut { sequences: [StandardKey.Close, StandardKey.Cancel]; onActivated: root.pane.later() }
-    Announcer {}
 }

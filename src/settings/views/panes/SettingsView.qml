@@ -121,5 +121,4 @@ Rectangle {
             Shortcut { sequence: "Ctrl+" + (index + 1); onActivated: root.panes.window.setTab(index) }
         }
     }
-    Announcer {}
 }

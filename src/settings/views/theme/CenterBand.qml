@@ -58,11 +58,11 @@ Item {
         }
     }
     Repeater {
-        model: root.edges
+        model: 2   // and not the edges, which are new with every step and would lose the keyboard
         Rectangle {
             id: edge
-            required property var modelData
             required property int index
+            readonly property var modelData: root.edges[index]
             x: (index === 0 ? root.from : root.to) * root.width - width / 2
             y: Theme.small
             width: Theme.small

@@ -10,49 +10,55 @@ Column {
     property Component delegate   // finds `row` and `index` in its item's parent
     property Flickable view       // what the rows scroll in
     property real estimate: Theme.rowHeight
-    readonly property int atOnce: 12
-    property real above: 0        // the part in which rows are made, in own coordinates
-    property real below: 0
+    readonly property int atOnce: 8   // before anybody knows how high anything is
+    property bool looked: false
 
+    // Makes the rows that are within one height of the view above and below it.
     function look() {
-        if (!view || !view.contentItem) return
+        if (!view || !view.contentItem || !visible) return
+        forceLayout()
         const top = view.contentY - view.contentItem.mapFromItem(root, 0, 0).y
-        above = top - view.height
-        below = top + 2 * view.height
+        looked = true
+        for (let i = 0; i < repeater.count; ++i) {
+            const place = repeater.itemAt(i)
+            if (!place || place.y > top + 2 * view.height) return
+            if (place.made || place.y + place.height < top - view.height) continue
+            place.ahead = place.y > top + view.height || place.y + place.height < top
+            place.made = true
+        }
     }
 
     width: parent ? parent.width : 0
-    onViewChanged: look()
-    onYChanged: look()
-    onVisibleChanged: look()
-    Component.onCompleted: look()
+    onViewChanged: Qt.callLater(look)
+    onYChanged: Qt.callLater(look)
+    onVisibleChanged: Qt.callLater(look)
+    Component.onCompleted: Qt.callLater(look)
     Connections {
         target: root.view
-        function onContentYChanged() { root.look() }
-        function onHeightChanged() { root.look() }
-        function onContentHeightChanged() { root.look() }
+        function onContentYChanged() { Qt.callLater(root.look) }
+        function onHeightChanged() { Qt.callLater(root.look) }
+        function onContentHeightChanged() { Qt.callLater(root.look) }
     }
     Repeater {
         id: repeater
+        onCountChanged: Qt.callLater(root.look)
         Item {
             id: place
             required property var row
             required property int index
-            readonly property bool near: y + height >= root.above && y <= root.below
             property bool made: false
+            property bool ahead: false
 
             width: root.width
             height: loader.item ? loader.item.implicitHeight : root.estimate
-            onNearChanged: if (near) made = true
-            Component.onCompleted: if (near || index < root.atOnce) made = true
+            Component.onCompleted: if (!root.looked && index < root.atOnce) made = true
             Loader {
                 id: loader
                 readonly property var row: place.row
                 readonly property int index: place.index
                 width: parent.width
                 active: place.made
-                // The first ones are there with the first picture.
-                asynchronous: place.index >= root.atOnce
+                asynchronous: place.ahead   // what shows is there with the first picture
                 sourceComponent: root.delegate
                 onLoaded: if (place.index === 0) root.estimate = item.implicitHeight
             }

@@ -22,8 +22,9 @@ T.Popup {
     y: parent ? Math.max(Theme.gap, Math.min(top, parent.height - height - Theme.gap)) : top
     width: parent ? Math.min(preferredWidth, parent.width - 2 * Theme.large) : preferredWidth
     height: parent ? Math.min(implicitHeight, parent.height - 2 * Theme.gap) : implicitHeight
-    implicitHeight: column.implicitHeight + 2 * padding
-    padding: Theme.wide
+    readonly property int room: Theme.snug   // for focus rings at the sides of what scrolls
+    implicitHeight: column.implicitHeight + 2 * (padding + room)
+    padding: Theme.wide - room
     enter: Transition { NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.quick } }
     exit: Transition { NumberAnimation { property: "opacity"; from: 1; to: 0; duration: Theme.quick } }
     T.Overlay.modal: Rectangle { color: Theme.scrim }
@@ -46,7 +47,7 @@ T.Popup {
     contentItem: Flickable {
         clip: true
         contentWidth: width
-        contentHeight: column.implicitHeight
+        contentHeight: column.implicitHeight + 2 * root.room
         boundsBehavior: Flickable.StopAtBounds
         T.ScrollBar.vertical: VScrollBar {}
         Accessible.role: Accessible.Dialog
@@ -54,7 +55,9 @@ T.Popup {
         Accessible.description: root.text
         Column {
             id: column
-            width: parent.width
+            x: root.room
+            y: root.room
+            width: parent.width - 2 * root.room
             spacing: Theme.medium
             Label {
                 kind: "headline"

@@ -153,10 +153,11 @@ TEST_F(PkexecPromptTest, RevealsTheFolderOfTheProgram) {
 
 TEST_F(PkexecPromptTest, FindsTheInstalledHelperFirst) {
   const std::string other = script("other", "exit 0");
-  EXPECT_EQ(findAccessHelper(helper_, other), helper_);
-  EXPECT_EQ(findAccessHelper("/nonexistent/helper", other), other);
-  EXPECT_EQ(findAccessHelper("/nonexistent/helper", ""), "");
-  EXPECT_EQ(findAccessHelper("helper", "relative/helper"), "");
+  EXPECT_EQ(findAccessHelper({helper_, other}), helper_);
+  EXPECT_EQ(findAccessHelper({"/nonexistent/helper", other}), other);
+  EXPECT_EQ(findAccessHelper({"/nonexistent/helper", ""}), "");
+  EXPECT_EQ(findAccessHelper({"helper", "relative/helper"}), "");
+  EXPECT_EQ(findAccessHelper({}), "");
 }
 
 class FixedTrust final : public AccessibilityTrust {
