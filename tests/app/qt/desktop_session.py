@@ -47,7 +47,8 @@ class Program:
             XDG_STATE_HOME=str(pathlib.Path(self.home.name, "state")), XDG_RUNTIME_DIR=str(runtime),
             LC_ALL="C.UTF-8", LANGUAGE="en", QT_ACCESSIBILITY="1",
             QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", QT_QPA_PLATFORM="xcb",
-            VELOTAP_MULTITOUCH_LIBRARY=provider, **(more or {}))
+            VELOTAP_MULTITOUCH_LIBRARY=provider)
+        self.environment.update(more or {})
         self.process = None
         self.start()
 
