@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <mutex>
+#include <stdexcept>
 #include <thread>
 
 #include "platform/multitouch_abi.hpp"
@@ -141,6 +142,9 @@ EXPORTED std::int32_t MTDeviceStart(MTDevice device, std::int32_t) {
   static_cast<void>(device);
   return -1;
 #else
+#ifdef THROWS
+  throw std::runtime_error("out of order");
+#endif
 #ifdef DELIVERS_FRAMES
   hand.start(device);
 #endif

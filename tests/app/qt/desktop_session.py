@@ -5,6 +5,7 @@ import json
 import os
 import pathlib
 import subprocess
+import sys
 import tempfile
 import time
 
@@ -33,6 +34,7 @@ class Program:
 
     def __init__(self, path, provider, settings, more=None):
         self.path = path
+        self.provider = provider
         self.home = tempfile.TemporaryDirectory(prefix="velotap-desktop-")
         folder = pathlib.Path(self.home.name, "config", "velotap")
         folder.mkdir(parents=True)
@@ -45,8 +47,30 @@ class Program:
             XDG_STATE_HOME=str(pathlib.Path(self.home.name, "state")), XDG_RUNTIME_DIR=str(runtime),
             LC_ALL="C.UTF-8", LANGUAGE="en", QT_ACCESSIBILITY="1",
             QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", QT_QPA_PLATFORM="xcb",
-            VELOTAP_MULTITOUCH_LIBRARY=provider, **(more or {}))
-        self.process = subprocess.Popen([path], env=self.environment)
+            VELOTAP_MULTITOUCH_LIBRARY=provider)
+        self.environment.update(more or {})
+        self.process = None
+        self.start()
+
+    def start(self, provider=None):
+        """Also after it ended, in the same home."""
+        environment = dict(self.environment,
+                           VELOTAP_MULTITOUCH_LIBRARY=provider or self.provider)
+        self.close_errors()
+        # Signals that Python ignores stay so: a limit on files is then an error, not the end.
+        self.process = subprocess.Popen([self.path], env=environment, stderr=subprocess.PIPE,
+                                        restore_signals=False)
+        os.set_blocking(self.process.stderr.fileno(), False)
+        self.errors = b""
+
+    def close_errors(self):
+        if self.process is not None:
+            self.process.stderr.close()
+
+    def told(self):
+        """What it has said on standard error so far."""
+        self.errors += self.process.stderr.read() or b""
+        return self.errors.decode()
 
     def again(self):
         """Starts it once more, as a person does who wants to see its window."""
@@ -69,4 +93,7 @@ class Program:
                 self.process.wait(PATIENCE)
         if not self.ended():
             self.process.kill()
+            self.process.wait()
+        sys.stderr.write(self.told())
+        self.close_errors()
         self.home.cleanup()

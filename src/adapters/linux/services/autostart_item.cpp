@@ -8,6 +8,7 @@
 #include <optional>
 #include <utility>
 
+#include "adapters/linux/files/entry_value.hpp"
 #include "adapters/linux/preferences/atomic_file.hpp"
 #include "adapters/linux/services/child_command.hpp"
 
@@ -23,34 +24,6 @@ std::string_view trimmed(std::string_view text) {
   const auto first = text.find_first_not_of(" \t\r");
   if (first == std::string_view::npos) return {};
   return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
-}
-
-// A value's own escapes, which come before those of the command inside.
-std::string unescaped(std::string_view value) {
-  std::string text;
-  for (std::size_t i = 0; i < value.size(); ++i) {
-    if (value[i] != '\\' || i + 1 == value.size()) {
-      text += value[i];
-      continue;
-    }
-    switch (value[++i]) {
-      case 's':
-        text += ' ';
-        break;
-      case 'n':
-        text += '\n';
-        break;
-      case 't':
-        text += '\t';
-        break;
-      case 'r':
-        text += '\r';
-        break;
-      default:
-        text += value[i];
-    }
-  }
-  return text;
 }
 
 // Whether the first character only says that the second one stands for itself.
@@ -96,7 +69,8 @@ AutostartEntry parseAutostartEntry(std::string_view text) {
     const std::string_view key = trimmed(line.substr(0, equals));
     const std::string_view value = trimmed(line.substr(equals + 1));
     if (key == "Type") application = value == "Application";
-    if (key == "Exec") entry.program = firstWord(unescaped(value));
+    // These escapes come before those of the command inside.
+    if (key == "Exec") entry.program = firstWord(unescapedEntryValue(value));
     if (key == "Hidden") entry.disabled = entry.disabled || value == "true";
     if (key == "X-GNOME-Autostart-enabled") entry.disabled = entry.disabled || value == "false";
   }

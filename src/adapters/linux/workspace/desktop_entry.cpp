@@ -6,6 +6,7 @@
 #include <limits>
 #include <utility>
 
+#include "adapters/linux/files/entry_value.hpp"
 #include "base/utf8.hpp"
 
 namespace velotap {
@@ -17,38 +18,6 @@ std::string_view trimmed(std::string_view text) {
   const auto first = text.find_first_not_of(kBlank);
   if (first == std::string_view::npos) return {};
   return text.substr(first, text.find_last_not_of(kBlank) - first + 1);
-}
-
-/// The escapes of the format; an unknown one stands for itself.
-std::string unescaped(std::string_view value) {
-  std::string text;
-  text.reserve(value.size());
-  for (std::size_t i = 0; i < value.size(); ++i) {
-    if (value[i] != '\\' || i + 1 == value.size()) {
-      text += value[i];
-      continue;
-    }
-    switch (value[++i]) {
-      case 's':
-        text += ' ';
-        break;
-      case 'n':
-        text += '\n';
-        break;
-      case 't':
-        text += '\t';
-        break;
-      case 'r':
-        text += '\r';
-        break;
-      case '\\':
-        text += '\\';
-        break;
-      default:
-        (text += '\\') += value[i];
-    }
-  }
-  return text;
 }
 
 /// Takes the next line off `rest`.
@@ -117,7 +86,7 @@ class Localised {
       rank = static_cast<std::size_t>(found - languages_.begin());
     }
     if (rank > rank_ || !isUtf8(value)) return;
-    std::string text = unescaped(value);
+    std::string text = unescapedEntryValue(value);
     if (text.empty()) return;
     rank_ = rank;
     text_ = std::move(text);
@@ -142,8 +111,8 @@ struct Fields {
     if (key == "Icon") return icon.offer(suffix, value);
     if (!suffix.empty()) return;
     if (key == "Type") type = value;
-    if (key == "StartupWMClass") entry.windowClass = unescaped(value);
-    if (key == "Exec") entry.program = programOfExec(unescaped(value));
+    if (key == "StartupWMClass") entry.windowClass = unescapedEntryValue(value);
+    if (key == "Exec") entry.program = programOfExec(unescapedEntryValue(value));
     if (key == "NoDisplay") entry.inMenus = value != "true";
     if (key == "Hidden") entry.hidden = value == "true";
   }

@@ -38,7 +38,6 @@ QString loadFonts() {
 ViewContext::ViewContext(bool still, QObject* parent)
     : QObject(parent),
       palette_(asMap(paletteFor(look_.scheme, look_.highContrast))),
-      fontFamily_(loadFonts()),
       monoFamily_(QFontDatabase::systemFont(QFontDatabase::FixedFont).family()),
       still_(still) {
   gContext = this;
@@ -59,6 +58,11 @@ void ViewContext::setLook(const Look& look) {
   look_.textScale = std::clamp(look_.textScale, 0.75, 2.0);
   palette_ = asMap(paletteFor(look_.scheme, look_.highContrast));
   emit lookChanged();
+}
+
+QString ViewContext::fontFamily() const {
+  if (fontFamily_.isEmpty()) fontFamily_ = loadFonts();
+  return fontFamily_;
 }
 
 QString ViewContext::hex(const QColor& color) const {

@@ -47,7 +47,8 @@ class ViewContext : public QObject {
   [[nodiscard]] QVariantMap palette() const { return palette_; }
   [[nodiscard]] bool dark() const { return look_.scheme == ColorScheme::dark; }
   [[nodiscard]] double textScale() const { return look_.textScale; }
-  [[nodiscard]] QString fontFamily() const { return fontFamily_; }
+  /// Loads the type when the first view asks: without a window it would only take memory.
+  [[nodiscard]] QString fontFamily() const;
   [[nodiscard]] QString monoFamily() const { return monoFamily_; }
   [[nodiscard]] bool still() const { return still_; }
   [[nodiscard]] const Look& look() const { return look_; }
@@ -61,7 +62,7 @@ class ViewContext : public QObject {
  private:
   Look look_;
   QVariantMap palette_;
-  QString fontFamily_;
+  mutable QString fontFamily_;
   QString monoFamily_;
   bool still_;
 };

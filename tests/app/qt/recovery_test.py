@@ -1,0 +1,151 @@
+#!/usr/bin/env python3
+"""The program with windows after a bad end, and on a full disk.
+
+recovery_test.py PROGRAM PROVIDER THROWING-PROVIDER. Runs below `umockdev-wrapper`.
+"""
+
+import pathlib
+import resource
+import signal
+import sys
+import unittest
+
+import dbus
+import dbus.service
+
+import accessible
+from desktop_session import Program, until
+from desktop_world import Devices
+from status_host import WATCHER, Item, Watcher
+
+OFFER = "Velotap crashed last time"
+LOGIN_FAILED = "Could not update Launch at Login"
+FATAL = (signal.SIGABRT, signal.SIGSEGV, signal.SIGBUS, signal.SIGILL, signal.SIGFPE,
+         signal.SIGTRAP)
+
+
+class RecoveryTest(unittest.TestCase):
+    program_path = ""
+    provider = ""
+    throwing = ""
+
+    def setUp(self):
+        accessible.turn_on()
+        devices = self.devices = Devices()
+        self.addCleanup(devices.folder.cleanup)
+        devices.grant()
+        bus = dbus.SessionBus(private=True)
+        self.name = dbus.service.BusName(WATCHER, bus)
+        self.addCleanup(self.__dict__.pop, "name")
+        self.bus = bus
+        self.watcher = Watcher(bus)
+        self.addCleanup(self.watcher.remove_from_connection)
+        self.program = self.enterContext(Program(
+            self.program_path, self.provider,
+            {"accessibilitySetupPresented": True, "maxTapDurationMs": 321},
+            {**devices.environment, "PATH": "/nowhere"}))
+
+    def comes(self, condition, what):
+        self.assertTrue(until(condition), what + "\n" + self.program.told())
+
+    def windows(self):
+        return accessible.Windows(self.program.process.pid)
+
+    def await_item(self):
+        self.comes(lambda: self.watcher.items, "the item registers")
+        item = Item(self.bus, self.watcher)
+        self.comes(lambda: item.label() == "Velotap (active)", "the program runs")
+        return item
+
+    def end_with(self, number):
+        self.watcher.items.clear()
+        self.program.process.send_signal(number)
+        self.comes(self.program.ended, "it ends")
+        self.assertEqual(self.program.process.returncode, -number if number != signal.SIGTERM else 0)
+
+    def reports(self):
+        crashes = pathlib.Path(self.program.home.name, "state", "Velotap", "Crashes")
+        return [report for report in crashes.iterdir() if report.stat().st_size]
+
+    def answer(self, button):
+        """Starts the program, which offers one report."""
+        self.program.start()
+        self.comes(lambda: OFFER in self.windows().titles(), "the report is offered")
+        self.windows().press(button, window=OFFER)
+        self.await_item()
+        self.assertNotIn(OFFER, self.windows().titles(), "one offer for a launch")
+
+    def test_every_fatal_signal_is_offered_until_it_is_deleted(self):
+        for number in FATAL:
+            self.await_item()
+            self.end_with(number)
+            self.assertEqual([report.read_text() for report in self.reports()],
+                             [f"Velotap crash: signal {number:d}\n"])
+            self.answer("Delete")
+            self.assertEqual(self.reports(), [])
+        self.end_with(signal.SIGSEGV)
+        self.answer("Later")
+        self.assertEqual(len(self.reports()), 1)
+        self.end_with(signal.SIGTERM)
+        # No program can be found that takes a letter, so the report is kept.
+        self.answer("Email Report")
+        self.assertEqual(len(self.reports()), 1)
+        self.assertEqual(self.program.settings()["maxTapDurationMs"], 321)
+
+    def test_a_killed_program_starts_again_and_offers_nothing(self):
+        self.await_item()
+        self.end_with(signal.SIGKILL)
+        self.program.start()
+        self.await_item()
+        self.assertEqual(self.windows().titles(), [])
+        self.assertEqual(self.reports(), [])
+        self.assertEqual(self.program.settings()["maxTapDurationMs"], 321)
+
+    def test_an_exception_that_nobody_catches_leaves_its_reason(self):
+        self.await_item()
+        self.end_with(signal.SIGTERM)
+        self.program.start(self.throwing)
+        self.comes(self.program.ended, "it ends")
+        self.watcher.items.clear()
+        self.assertEqual(self.program.process.returncode, -signal.SIGABRT)
+        [report] = self.reports()
+        lines = report.read_text().splitlines()
+        self.assertEqual(lines[:2], ["Uncaught exception: std::runtime_error",
+                                     "Reason: out of order"])
+        self.assertGreater(len(lines), 3, "where it came from")
+        self.answer("Delete")
+        self.assertEqual(self.reports(), [])
+
+    def limit_files(self, size):
+        _, most = resource.prlimit(self.program.process.pid, resource.RLIMIT_FSIZE)
+        resource.prlimit(self.program.process.pid, resource.RLIMIT_FSIZE,
+                         (most if size is None else size, most))
+
+    def test_a_full_disk_loses_nothing_and_is_told_of(self):
+        item = self.await_item()
+        before = self.program.settings_file.read_text()
+        self.limit_files(0)
+        item.activate()
+        self.comes(lambda: item.label() == "Velotap (disabled)", "the switch is in force")
+        self.comes(lambda: str(self.program.settings_file) in self.program.told(), "it is told of")
+        self.assertEqual(self.program.settings_file.read_text(), before)
+
+        item.row("Launch at Login").choose()
+        self.comes(lambda: LOGIN_FAILED in self.windows().titles(), "it says what failed")
+        self.assertFalse(item.row("Launch at Login").checked)
+        self.windows().press("OK", window=LOGIN_FAILED)
+        autostart = self.program.settings_file.parent.parent / "autostart"
+        self.assertEqual([entry for entry in autostart.iterdir()], [])
+
+        self.limit_files(None)
+        item.row("Launch at Login").choose()
+        self.comes(lambda: item.row("Launch at Login").checked, "there is room again")
+        item.activate()
+        self.comes(lambda: self.program.settings()["enabled"] is True, "for the settings too")
+        self.assertEqual(self.program.settings()["maxTapDurationMs"], 321)
+
+
+if __name__ == "__main__":
+    (RecoveryTest.program_path, RecoveryTest.provider,
+     RecoveryTest.throwing) = sys.argv[1:4]
+    unittest.main(argv=sys.argv[:1])
