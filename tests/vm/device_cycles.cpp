@@ -12,7 +12,6 @@
 #include <sys/inotify.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
@@ -114,7 +113,7 @@ int run(std::span<char*> arguments) {
   }
   Log log(arguments[2]);
   const int before = log.taken();
-  const int count = std::max(0, std::atoi(arguments[1]));
+  const long count = std::strtol(arguments[1], nullptr, 10);
   for (int i = 1; i <= count; ++i) {
     try {
       cycle(hidModel(*kind), i, log);
