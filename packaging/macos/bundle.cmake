@@ -41,3 +41,14 @@ function(velotap_bundle target)
   endif()
   install(TARGETS ${target} BUNDLE DESTINATION .)
 endfunction()
+
+set(VELOTAP_THIRD_PARTY_NOTICES ${VELOTAP_MACOS_PACKAGING}/ThirdPartyNotices.txt CACHE FILEPATH
+  "What the program is made of besides, and on which terms; the About pane shows it")
+
+# Only for a build with windows, which have a place to show them.
+function(velotap_bundle_notices target)
+  set(notices ${CMAKE_CURRENT_BINARY_DIR}/ThirdPartyNotices.txt)
+  configure_file(${VELOTAP_THIRD_PARTY_NOTICES} ${notices} COPYONLY)
+  qt_add_resources(${target} notices PREFIX /velotap BASE ${CMAKE_CURRENT_BINARY_DIR}
+    FILES ${notices})
+endfunction()

@@ -17,6 +17,7 @@
 #include "adapters/linux/runtime/descriptor.hpp"
 #include "adapters/linux/runtime/posix_clock.hpp"
 #include "adapters/linux/runtime/posix_main_queue.hpp"
+#include "adapters/linux/runtime/thread_stacks.hpp"
 #include "adapters/linux/services/single_instance.hpp"
 #include "app/application.hpp"
 #include "app/command_line.hpp"
@@ -104,6 +105,7 @@ Application::Surroundings backgroundSurroundings(PosixMainQueue& queue) {
 }
 
 int runInBackground() {
+  boundThreadStacks();
   // Whoever read the diagnostic lines may go; that is no reason to stop working.
   std::signal(SIGPIPE, SIG_IGN);
   const Descriptor interrupts = takeInterrupts();

@@ -10,6 +10,7 @@
 #include "gestures/tap_motion_tracker.hpp"
 #include "gestures/tap_verdict.hpp"
 #include "gestures/three_finger_swipe_tracker.hpp"
+#include "gestures/touch_trace.hpp"
 #include "input/device_class.hpp"
 
 namespace velotap {
@@ -40,6 +41,7 @@ struct DeviceState {
   TapLimits tapLimitsAtStart;  ///< a change of the settings does not affect a running session
   int maxFingers = 0;
   TapMotionTracker tapMotion;
+  TouchTrace trace;
   ThreeFingerSwipeTracker swipe;
   bool sessionConsumedByClick = false;  ///< a physical click happened; no tap may follow from it
   bool processedEmptyFrame = false;     ///< the most recent frame had no fingers
@@ -51,6 +53,7 @@ struct DeviceState {
     enabledTapFingerCounts.clear();
     swipeEnabledAtStart = false;
     tapMotion.reset();
+    trace.clear();
     swipe.reset();
     sessionConsumedByClick = false;
   }

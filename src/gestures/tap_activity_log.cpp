@@ -15,16 +15,15 @@ TapActivityLog& TapActivityLog::shared() {
   return instance;
 }
 
-void TapActivityLog::record(TapActivity activity) {
+// Changes the state under the lock, and tells of it soon unless that is about to happen anyway.
+template <typename Change>
+void TapActivityLog::change(Change apply) {
   bool wasPending = false;
   {
     const std::lock_guard guard(state_->lock);
-    activity.id = ++state_->nextID;
-    if (state_->newestLast.full()) state_->newestLast.erase(0);
-    state_->newestLast.push(activity);
+    apply(*state_);
     wasPending = std::exchange(state_->notificationPending, true);
   }
-  records_.notify(activity);
   if (wasPending) return;
   queue_.async([weak = std::weak_ptr(state_)] {
     const auto state = weak.lock();
@@ -35,6 +34,39 @@ void TapActivityLog::record(TapActivity activity) {
     }
     state->notifications.post(kTapActivityDidChange);
   });
+}
+
+void TapActivityLog::State::add(TapActivity& activity) {
+  activity.id = ++nextID;
+  if (newestLast.full()) newestLast.erase(0);
+  newestLast.push(activity);
+}
+
+void TapActivityLog::record(TapActivity activity) {
+  change([&activity](State& state) { state.add(activity); });
+  records_.notify(activity);
+}
+
+void TapActivityLog::record(TapActivity activity, const TouchTrace& touch, double end,
+                            double sinceNatural) {
+  change([&](State& state) {
+    state.add(activity);
+    state.touches.keepTap(touch, end, activity.duration, sinceNatural);
+  });
+  records_.notify(activity);
+}
+
+void TapActivityLog::keepPinch(const TouchTrace& touch) {
+  change([&touch](State& state) { state.touches.keepPinch(touch); });
+}
+
+void TapActivityLog::keepClick(MTPoint position) {
+  change([position](State& state) { state.touches.keepClick(position); });
+}
+
+KeptTouches TapActivityLog::touches() const {
+  const std::lock_guard guard(state_->lock);
+  return state_->touches.touches();
 }
 
 void TapActivityLog::clear() {

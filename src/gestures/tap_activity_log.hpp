@@ -1,4 +1,5 @@
-// The last few tap outcomes, newest first, for whoever tunes the limits by evidence. Never saved.
+// The last few tap outcomes, newest first, and the touches behind the last fifty, for whoever tunes
+// the limits by evidence. Never saved.
 //
 // Records come from the frame thread, with the engine's lock held; clearing and reading from the
 // main thread. The lock covers list changes only. After a burst of records one notification is
@@ -14,6 +15,7 @@
 #include "base/fixed_vector.hpp"
 #include "base/lock_order.hpp"
 #include "base/observer_list.hpp"
+#include "gestures/touch_history.hpp"
 #include "input/device_class.hpp"
 #include "platform/main_queue.hpp"
 #include "platform/notification_center.hpp"
@@ -49,6 +51,15 @@ class TapActivityLog {
 
   /// Adds one entry; its `id` is given by the log. Any thread.
   void record(TapActivity activity);
+  /// As well, and keeps the touch behind it. `end` is the uptime, `sinceNatural` the seconds since
+  /// the last physical click.
+  void record(TapActivity activity, const TouchTrace& touch, double end, double sinceNatural);
+  /// Keeps a pinch that ended. Any thread.
+  void keepPinch(const TouchTrace& touch);
+  /// Keeps where the only finger lay at a physical click. Any thread.
+  void keepClick(MTPoint position);
+  /// A copy of the touches that are kept. They outlive `clear`, which tidies a list on screen.
+  [[nodiscard]] KeptTouches touches() const;
   /// Empties the list and notifies on the caller's thread; serial numbers go on.
   void clear();
   /// Newest first.
@@ -60,12 +71,17 @@ class TapActivityLog {
   // The notification's task may outlive the log; it holds this weakly.
   struct State {
     explicit State(NotificationCenter& center) : notifications(center) {}
+    void add(TapActivity& activity);
     NotificationCenter& notifications;
     mutable OrderedMutex<LockRank::tapActivityLog> lock;
     FixedVector<TapActivity, kCapacity> newestLast;
+    TouchHistory touches;
     int nextID = 0;
     bool notificationPending = false;
   };
+  template <typename Change>
+  void change(Change apply);
+
   MainQueue& queue_;
   ObserverList<const TapActivity&> records_;
   std::shared_ptr<State> state_;

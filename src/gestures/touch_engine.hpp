@@ -95,6 +95,7 @@ class TouchEngine final : public ClickPolicy {
   void advanceSessionLocked(DeviceState& state, const Fingers& fingers, AppId currentTarget);
   void updateTapSession(DeviceState& state, const Fingers& fingers, AppId target);
   void endSession(DeviceState& state, AppId currentTarget);
+  void keepPinch(const DeviceState& state);
   bool postSwipe(const DeviceState& state, AppId currentTarget, double duration);
   void finishTap(const DeviceState& state, AppId currentTarget, double duration, double now);
   void logSessionEnd(const DeviceState& state, double duration) const;
@@ -103,6 +104,7 @@ class TouchEngine final : public ClickPolicy {
   void prepareGestures();
   void pinchStep(MTDevice device, const Fingers& fingers, bool ready,
                  const std::optional<AppTracker::GestureContext>& context);
+  void keepCenterClick(AppId target, bool wanted);
   [[nodiscard]] bool systemDragsWithThreeFingers() const;
   bool abandonConversionLocked() noexcept;
 

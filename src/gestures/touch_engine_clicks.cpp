@@ -106,11 +106,24 @@ bool TouchEngine::shouldConvertClick(Button button) {
     }
   }
   // With fingers on two devices nobody can tell which of them the click belongs to.
+  if (touching == 1) keepCenterClick(context->bundleID, triggers.mouseClick1Center);
   if (touching != 1 || candidates != 1) return false;
   if (!services_.apps.mayDeliver(context->bundleID, true)) return false;
   clickConversion_.heldButton = button;
   if (candidate->sessionStart) candidate->sessionConsumedByClick = true;
   return true;
+}
+
+// A click beside the band is the evidence that it is too narrow, so it is kept as well.
+void TouchEngine::keepCenterClick(AppId target, bool wanted) {
+  if (!wanted) return;
+  for (const Entry& entry : states_) {
+    const DeviceState& state = entry.state;
+    if (state.deviceClass == DeviceClass::magicMouse && state.count == 1 &&
+        state.targetBundleID == target) {
+      services_.activity.keepClick(state.singleFingerPos);
+    }
+  }
 }
 
 bool TouchEngine::isConverting(Button button) {

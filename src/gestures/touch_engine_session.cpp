@@ -6,6 +6,7 @@
 #include "base/log_text.hpp"
 #include "config/conflict_checker.hpp"
 #include "gestures/touch_engine.hpp"
+#include "gestures/touch_replay.hpp"
 #include "output/gesture_events.hpp"
 #include "output/middle_click.hpp"
 
@@ -67,12 +68,14 @@ void TouchEngine::updateTapSession(DeviceState& state, const Fingers& fingers, A
     state.tapLimitsAtStart = {.duration = config.maxTapDuration(), .drift = config.maxTapDrift()};
     state.maxFingers = 0;
     state.tapMotion.reset();
+    state.trace.clear();
     state.swipe.reset();
     state.sessionConsumedByClick = false;
     // Pinching may have been switched on since the start.
     if (isMouse && wantsPinches()) prepareGestures();
   }
   state.tapMotion.update(fingers);
+  state.trace.add(fingers);
   state.maxFingers = std::max(state.maxFingers, static_cast<int>(fingers.size()));
   if (state.swipeEnabledAtStart) state.swipe.update(fingers);
 }
@@ -83,6 +86,7 @@ void TouchEngine::endSession(DeviceState& state, AppId currentTarget) {
   const double duration = now - *state.sessionStart;
   state.sessionStart.reset();
   logSessionEnd(state, duration);
+  keepPinch(state);
   const bool undisturbed = state.targetBundleID.present() &&
                            state.targetBundleID == currentTarget && !state.sessionConsumedByClick;
   if (undisturbed && !postSwipe(state, currentTarget, duration) &&
@@ -90,6 +94,18 @@ void TouchEngine::endSession(DeviceState& state, AppId currentTarget) {
     finishTap(state, currentTarget, duration, now);
   }
   state.resetFinishedSession();
+}
+
+// Whether two fingers pinched is asked of their contacts: the pinch engine ended the gesture with
+// the first of them that lifted.
+void TouchEngine::keepPinch(const DeviceState& state) {
+  const Config& config = services_.config;
+  if (state.deviceClass != DeviceClass::magicMouse || state.maxFingers != 2) return;
+  if (!config.isOn(Trigger::mousePinchZoom)) return;
+  const auto& contacts = state.trace.contacts();
+  const ReplayedPinch pinch =
+      replayPinch({contacts.begin(), contacts.size()}, 1.0, config.isOn(Trigger::mouseRotate));
+  if (pinch.began) services_.activity.keepPinch(state.trace);
 }
 
 bool TouchEngine::postSwipe(const DeviceState& state, AppId currentTarget, double duration) {
@@ -129,7 +145,8 @@ void TouchEngine::finishTap(const DeviceState& state, AppId currentTarget, doubl
                              .drift = tap.drift,
                              .maxDuration = limits.duration,
                              .maxDrift = limits.drift,
-                             .outcome = *outcome});
+                             .outcome = *outcome},
+                            state.trace, now, tap.sinceNatural);
   if (verdict != TapVerdict::click) return;
   lastEmulatedClick_ = now;
   if (state.deviceClass == DeviceClass::trackpad && state.maxFingers == 3 &&

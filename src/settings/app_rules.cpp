@@ -58,11 +58,15 @@ std::vector<AppEntry> AppRuleFilter::matching(std::vector<AppEntry> entries) con
            !(containsText(entry.name, query) || containsText(entry.bundleID, query));
   });
   const bool byIdentifier = sort == "identifier";
-  std::sort(entries.begin(), entries.end(), [=](const AppEntry& a, const AppEntry& b) {
+  const auto before = [=](const AppEntry& a, const AppEntry& b) {
     const auto order =
         byIdentifier ? compareText(a.bundleID, b.bundleID) : compareText(a.name, b.name);
     return std::is_neq(order) ? std::is_lt(order) : a.bundleID < b.bundleID;
-  });
+  };
+  // With every letter that is typed the lists come in order already.
+  if (!std::is_sorted(entries.begin(), entries.end(), before)) {
+    std::sort(entries.begin(), entries.end(), before);
+  }
   return entries;
 }
 

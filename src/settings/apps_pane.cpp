@@ -45,10 +45,6 @@ std::vector<AppEntry> AppsPane::shown(AppRuleList list) const {
   return filter.matching(ignored ? model_.ignored() : model_.keystrokeZoom());
 }
 
-std::size_t AppsPane::shownCount() const {
-  return shown(AppRuleList::ignored).size() + shown(AppRuleList::keystrokeZoom).size();
-}
-
 void AppsPane::add(AppRuleList list, const std::vector<std::string>& bundleIDs,
                    const Texts& texts) {
   for (const std::string& id : bundleIDs) {
@@ -74,13 +70,6 @@ void AppsPane::remove(AppRuleList list, const std::string& bundleID, const Texts
     model_.removeKeystrokeZoom(bundleID);
   }
   announce_(feedback_);
-}
-
-Confirmation AppsPane::removeVisibleQuestion(const Texts& texts) const {
-  return {.title = texts("polish.apps.remove.title"),
-          .message = texts("polish.apps.remove.note"),
-          .confirm = texts("polish.apps.remove.count", {number(shownCount(), texts)}),
-          .cancel = texts("Cancel")};
 }
 
 void AppsPane::removeVisible(const Texts& texts) {
@@ -145,7 +134,8 @@ AppRow AppsPane::row(const AppEntry& entry, bool overridden, const Texts& texts)
   return row;
 }
 
-AppListView AppsPane::list(AppRuleList which, const Texts& texts) const {
+AppListView AppsPane::list(AppRuleList which, const std::vector<AppEntry>& shown,
+                           const Texts& texts) const {
   AppListView view{.list = which,
                    .title = texts(titleKey(which)),
                    .rows = {},
@@ -153,7 +143,7 @@ AppListView AppsPane::list(AppRuleList which, const Texts& texts) const {
                    .addTitle = texts("design.add.app.menu", {texts(titleKey(which))})};
   const bool ignored = which == AppRuleList::ignored;
   const auto overridden = model_.overriddenIDs();
-  for (const AppEntry& entry : shown(which)) {
+  for (const AppEntry& entry : shown) {
     view.rows.push_back(row(entry, !ignored && overridden.contains(entry.bundleID), texts));
   }
   const auto& all = ignored ? model_.ignored() : model_.keystrokeZoom();
@@ -185,7 +175,9 @@ void AppsPane::addFilters(const Texts& texts, AppsView& view) const {
 
 void AppsPane::addLists(const Texts& texts, AppsView& view) const {
   const std::size_t total = model_.ignored().size() + model_.keystrokeZoom().size();
-  const std::size_t visible = shownCount();
+  const std::vector<AppEntry> ignored = shown(AppRuleList::ignored);
+  const std::vector<AppEntry> zoom = shown(AppRuleList::keystrokeZoom);
+  const std::size_t visible = ignored.size() + zoom.size();
   const bool filtered = filter_.hidesAnything();
   if (filtered) {
     view.count = texts("Showing %@ of %@ rules", {number(visible, texts), number(total, texts)});
@@ -197,10 +189,16 @@ void AppsPane::addLists(const Texts& texts, AppsView& view) const {
     view.resetTitle = texts("refine.reset.filters");
     return;
   }
-  if (filter_.showsIgnored()) view.lists.push_back(list(AppRuleList::ignored, texts));
-  if (filter_.showsZoom()) view.lists.push_back(list(AppRuleList::keystrokeZoom, texts));
+  if (filter_.showsIgnored()) view.lists.push_back(list(AppRuleList::ignored, ignored, texts));
+  if (filter_.showsZoom()) {
+    view.lists.push_back(list(AppRuleList::keystrokeZoom, zoom, texts));
+  }
   view.removeVisibleTitle = texts("polish.apps.remove.visible");
   view.canRemoveVisible = visible > 0;
+  view.removeVisible = {.title = texts("polish.apps.remove.title"),
+                        .message = texts("polish.apps.remove.note"),
+                        .confirm = texts("polish.apps.remove.count", {number(visible, texts)}),
+                        .cancel = texts("Cancel")};
 }
 
 void AppsPane::addSuggestions(const Texts& texts, AppsView& view) const {

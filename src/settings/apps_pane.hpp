@@ -83,8 +83,9 @@ struct AppsView {
 
   std::string removeVisibleTitle;
   bool canRemoveVisible = false;
-  std::string feedback;   ///< what was just done
-  std::string undoTitle;  ///< empty without an undo
+  Confirmation removeVisible;  ///< to be asked first
+  std::string feedback;        ///< what was just done
+  std::string undoTitle;       ///< empty without an undo
   std::string undoNote;
 
   std::string suggestionsTitle;
@@ -122,7 +123,6 @@ class AppsPane {
   void add(AppRuleList list, const std::vector<std::string>& bundleIDs, const Texts& texts);
   void addSuggestion(const std::string& bundleID, const Texts& texts);
   void remove(AppRuleList list, const std::string& bundleID, const Texts& texts);
-  [[nodiscard]] Confirmation removeVisibleQuestion(const Texts& texts) const;
   void removeVisible(const Texts& texts);
   [[nodiscard]] bool canUndo() const noexcept { return undo_.has_value(); }
   void undo(const Texts& texts);
@@ -135,10 +135,10 @@ class AppsPane {
  private:
   [[nodiscard]] AppRuleFilter effectiveFilter() const;
   [[nodiscard]] std::vector<AppEntry> shown(AppRuleList list) const;
-  [[nodiscard]] std::size_t shownCount() const;
   [[nodiscard]] AppRow row(const AppEntry& entry, bool overridden, const Texts& texts) const;
   [[nodiscard]] bool showsIdentifiers() const;
-  [[nodiscard]] AppListView list(AppRuleList which, const Texts& texts) const;
+  [[nodiscard]] AppListView list(AppRuleList which, const std::vector<AppEntry>& shown,
+                                 const Texts& texts) const;
   void addFilters(const Texts& texts, AppsView& view) const;
   void addLists(const Texts& texts, AppsView& view) const;
   void addSuggestions(const Texts& texts, AppsView& view) const;

@@ -63,6 +63,44 @@ TapActivity tap(int id, int minutesAgo, DeviceClass deviceClass, double duration
           .outcome = outcome};
 }
 
+constexpr double kLongAgo = 3600;  // seconds
+
+Finger finger(std::int32_t id, MTPoint millimetres) {
+  return {.id = id,
+          .pos = {millimetres.x / 100, millimetres.y / 100},
+          .mmPos = millimetres,
+          .velocity = {},
+          .zTotal = 1,
+          .zDensity = 1};
+}
+
+// Fingers side by side of which the first strays by a part of the surface.
+TouchTrace straying(int fingers, float drift) {
+  TouchTrace trace;
+  for (const float strayed : {0.0F, drift}) {
+    Fingers frame;
+    for (int i = 0; i < fingers; ++i) {
+      frame.push(finger(i, {static_cast<float>(20 * (i + 1)), i == 0 ? strayed * 100 : 0.0F}));
+    }
+    trace.add(frame);
+  }
+  return trace;
+}
+
+// Two fingers that move apart by so many millimetres, evenly to both sides.
+TouchTrace spreading(float millimetres) {
+  constexpr int kFrames = 30;
+  TouchTrace trace;
+  for (int i = 0; i <= kFrames; ++i) {
+    const float half = 10 + millimetres / 2 * static_cast<float>(i) / kFrames;
+    Fingers frame;
+    frame.push(finger(1, {50 - half, 50}));
+    frame.push(finger(2, {50 + half, 50}));
+    trace.add(frame);
+  }
+  return trace;
+}
+
 }  // namespace
 
 ValueMap captureSettings() {
@@ -85,6 +123,16 @@ std::vector<TapActivity> captureTaps() {
           tap(3, 1, DeviceClass::trackpad, 0.341, 0.014, Outcome::tooLong),
           tap(2, 2, DeviceClass::magicMouse, 0.164, 0.0612, Outcome::moved),
           tap(1, 4, DeviceClass::magicMouse, 0.142, 0.018, Outcome::click)};
+}
+
+void recordCaptureTouches(TapActivityLog& log) {
+  const std::vector<TapActivity> taps = captureTaps();
+  for (auto tap = taps.rbegin(); tap != taps.rend(); ++tap) {
+    const double end = std::chrono::duration<double>(tap->date.time_since_epoch()).count();
+    log.record(*tap, straying(tap->fingers, static_cast<float>(tap->drift)), end, kLongAgo);
+  }
+  for (const float spread : {6.0F, 14.0F, 22.0F, 9.0F}) log.keepPinch(spreading(spread));
+  for (const float x : {0.42F, 0.51F, 0.66F, 0.48F, 0.57F}) log.keepClick({x, 0.7F});
 }
 
 std::string captureManifest(const CaptureEnvironment& environment, bool dark,

@@ -12,8 +12,10 @@ CenterBandPreview centerBandPreview(double minimum, double maximum, double barWi
 
 TuningValue centerBandEdgeAt(double position, double minimum, double maximum, double barWidth) {
   const CenterBandPreview band = centerBandPreview(minimum, maximum, barWidth);
-  const bool nearerRight = std::fabs(position - band.x - band.width) < std::fabs(position - band.x);
-  return nearerRight ? TuningValue::centerMaxX : TuningValue::centerMinX;
+  const double toLeft = std::fabs(position - band.x);
+  const double toRight = std::fabs(position - band.x - band.width);
+  const bool right = toRight < toLeft || (toRight == toLeft && position > band.x + band.width);
+  return right ? TuningValue::centerMaxX : TuningValue::centerMinX;
 }
 
 double centerBandEdgeValue(TuningValue edge, double position, double barWidth) {

@@ -17,7 +17,8 @@ struct CenterBandPreview {
 /// The band that is in force for these edges, so never one the wrong way round.
 [[nodiscard]] CenterBandPreview centerBandPreview(double minimum, double maximum, double barWidth);
 
-/// Which edge a press there takes hold of: the nearer one, the left one when both are as near.
+/// Which edge a press there takes hold of: the nearer one, the left one when both are as near. Of a
+/// band without width the right one for whoever comes from the right.
 [[nodiscard]] TuningValue centerBandEdgeAt(double position, double minimum, double maximum,
                                            double barWidth);
 

@@ -67,8 +67,45 @@ std::vector<std::string> desktopNotes(const DesktopFacts& desktop, const Texts& 
   std::vector<std::string> notes;
   if (!desktop.hasTray) notes.push_back(texts("desktop.no.tray"));
   if (desktop.mouseWithoutDriver) notes.push_back(texts("desktop.mouse.without.driver"));
-  if (desktop.hidesFrontApplication) notes.push_back(texts("desktop.front.hidden"));
+  for (const RefusedDevice& device : desktop.refused) {
+    notes.push_back(texts(device.heldByAnother ? "desktop.device.held" : "desktop.device.refused",
+                          {device.name}));
+  }
   return notes;
+}
+
+std::string_view frontCaptionKey(FrontTeller teller) {
+  switch (teller) {
+    case FrontTeller::system:
+      break;
+    case FrontTeller::nobody:
+      return "desktop.front.hidden";
+    case FrontTeller::xServer:
+      return "desktop.front.server";
+    case FrontTeller::compositor:
+      return "desktop.front.compositor";
+    case FrontTeller::extension:
+      return "desktop.front.extension";
+  }
+  return {};
+}
+
+std::vector<DesktopRow> desktopRows(const GeneralFacts& facts, const Texts& texts) {
+  std::vector<DesktopRow> rows;
+  if (facts.desktop.accessByRule) {
+    const bool granted = facts.accessibilityGranted;
+    rows.push_back({.symbol = "lock",
+                    .title = texts("desktop.access.title"),
+                    .caption = texts(granted ? "desktop.access.rule" : "desktop.access.missing"),
+                    .inOrder = granted});
+  }
+  if (const auto caption = frontCaptionKey(facts.desktop.frontTeller); !caption.empty()) {
+    rows.push_back({.symbol = "menubar",
+                    .title = texts("desktop.front.title"),
+                    .caption = texts(caption),
+                    .inOrder = facts.desktop.frontTeller != FrontTeller::nobody});
+  }
+  return rows;
 }
 
 void addStartup(const GeneralFacts& facts, const Texts& texts, GeneralView& view) {
@@ -111,6 +148,8 @@ GeneralView generalView(const GeneralFacts& facts, const Texts& texts) {
   view.enableTitle = texts("Enable Velotap");
   view.enabled = facts.enabled;
   addStartup(facts, texts, view);
+  view.desktopTitle = texts("desktop.title");
+  view.desktopRows = desktopRows(facts, texts);
   view.updatesTitle = texts("Updates");
   view.automaticChecksTitle = texts("Check for updates automatically");
   view.automaticChecks = facts.automaticUpdateChecks;

@@ -20,11 +20,23 @@
 
 namespace velotap {
 
+/// Who tells which application is in front. `system`: as a matter of course, not worth a word;
+/// `nobody`: rules for applications cannot apply.
+enum class FrontTeller { system, nobody, xServer, compositor, extension };
+
+/// A device whose clicks cannot pass through the program.
+struct RefusedDevice {
+  std::string name;
+  bool heldByAnother = false;  ///< another program has it for itself
+};
+
 /// What only some desktops make worth a sentence; the neutral values say nothing.
 struct DesktopFacts {
-  bool hidesFrontApplication = false;  ///< rules for applications cannot apply
-  bool hasTray = true;                 ///< there is a place for the status item
-  bool mouseWithoutDriver = false;     ///< a Magic Mouse that gives no touches
+  FrontTeller frontTeller = FrontTeller::system;
+  bool accessByRule = false;        ///< the permission is a rule of the system about devices
+  bool hasTray = true;              ///< there is a place for the status item
+  bool mouseWithoutDriver = false;  ///< a Magic Mouse that gives no touches
+  std::vector<RefusedDevice> refused{};
 };
 
 struct GeneralFacts {
@@ -65,6 +77,14 @@ struct ReadinessRow {
   std::string actionTitle;
 };
 
+/// Something about the desktop that is good to know.
+struct DesktopRow {
+  std::string_view symbol{};
+  std::string title;
+  std::string caption;
+  bool inOrder = true;
+};
+
 struct GeneralView {
   GeneralStatusCard card;
   std::string readinessTitle;
@@ -89,6 +109,9 @@ struct GeneralView {
   std::string hideIconTitle;
   bool hidesIcon = false;
   std::string hiddenCaption;  ///< empty while the icon is shown
+
+  std::string desktopTitle;
+  std::vector<DesktopRow> desktopRows;  ///< empty where desktops are all alike
 
   std::string updatesTitle;
   std::string automaticChecksTitle;

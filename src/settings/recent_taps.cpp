@@ -1,6 +1,7 @@
 #include "settings/recent_taps.hpp"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cmath>
 
@@ -10,6 +11,15 @@ namespace velotap {
 namespace {
 
 using Outcome = TapActivity::Outcome;
+
+struct Reason {
+  std::string_view name;
+  Outcome outcome;
+  std::string_view titleKey;
+};
+constexpr std::array kReasons = {Reason{"tooLong", Outcome::tooLong, "polish.taps.long"},
+                                 Reason{"moved", Outcome::moved, "polish.taps.moved"},
+                                 Reason{"tooSoon", Outcome::tooSoon, "polish.taps.soon"}};
 
 std::string milliseconds(double seconds, const Texts& texts) {
   return texts.format().milliseconds(std::llround(seconds * 1000));
@@ -72,9 +82,12 @@ void addCounts(const std::vector<TapActivity>& taps, const Texts& texts, RecentT
   view.summary =
       texts("design.tap.summary", {number(accepted, texts), number(taps.size() - accepted, texts)});
   view.reasonsTitle = texts("polish.taps.reasons");
-  view.reasons = {texts("polish.taps.long", {number(countOf(taps, Outcome::tooLong), texts)}),
-                  texts("polish.taps.moved", {number(countOf(taps, Outcome::moved), texts)}),
-                  texts("polish.taps.soon", {number(countOf(taps, Outcome::tooSoon), texts)})};
+  if (taps.empty()) return;
+  view.reasonChoices.emplace_back("all", texts("design.all.taps"));
+  for (const Reason& reason : kReasons) {
+    view.reasonChoices.emplace_back(
+        reason.name, texts(reason.titleKey, {number(countOf(taps, reason.outcome), texts)}));
+  }
   view.reasonsNote = texts("polish.taps.reasons.note");
 }
 
@@ -97,6 +110,17 @@ std::vector<TapActivity> filteredTapActivity(std::vector<TapActivity> taps, std:
     const auto& second = newestFirst ? a : b;
     return first.date != second.date ? first.date < second.date : first.id < second.id;
   });
+  return taps;
+}
+
+std::vector<TapActivity> tapsOfReason(std::vector<TapActivity> taps, std::string_view reason) {
+  const auto* const wanted =
+      std::find_if(kReasons.begin(), kReasons.end(),
+                   [reason](const Reason& each) { return each.name == reason; });
+  if (wanted != kReasons.end()) {
+    std::erase_if(taps,
+                  [wanted](const TapActivity& tap) { return tap.outcome != wanted->outcome; });
+  }
   return taps;
 }
 
@@ -129,7 +153,8 @@ RecentTapsView recentTapsView(const std::vector<TapActivity>& taps, const TapAct
   view.filters = settingsFilterDisclosure(filter.activeCount(), texts);
   addChoices(texts, view);
   for (const TapActivity& tap :
-       filteredTapActivity(taps, filter.device, filter.outcome, filter.newestFirst)) {
+       tapsOfReason(filteredTapActivity(taps, filter.device, filter.outcome, filter.newestFirst),
+                    filter.reason)) {
     view.rows.push_back(tapActivityRow(tap, current, texts));
   }
   addCounts(taps, texts, view);

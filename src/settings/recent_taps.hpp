@@ -20,6 +20,9 @@ struct TapActivityFilter {
   std::string device = "all";   ///< "all", "mouse"; any other value selects trackpads
   std::string outcome = "all";  ///< "all", "accepted"; any other value selects refused taps
   bool newestFirst = true;
+  /// "all", "tooLong", "moved", "tooSoon": the refused taps of one reason. Chosen where the reasons
+  /// are counted, and seen there, so the disclosure of the others does not count it.
+  std::string reason = "all";
 
   [[nodiscard]] int activeCount() const;
 };
@@ -29,6 +32,10 @@ struct TapActivityFilter {
                                                            std::string_view device,
                                                            std::string_view outcome,
                                                            bool newestFirst);
+
+/// Any value that names no reason keeps everything.
+[[nodiscard]] std::vector<TapActivity> tapsOfReason(std::vector<TapActivity> taps,
+                                                    std::string_view reason);
 
 struct TapActivityRow {
   int id = 0;
@@ -64,7 +71,8 @@ struct RecentTapsView {
   std::string shownCount;
   std::string summary;
   std::string reasonsTitle;
-  std::vector<std::string> reasons;  ///< too long, moved, too soon
+  /// All taps, and each reason with its count; empty while there are no taps.
+  std::vector<std::pair<std::string_view, std::string>> reasonChoices;
   std::string reasonsNote;
 
   std::vector<TapActivityRow> rows;  ///< the first is always shown

@@ -62,6 +62,8 @@ struct CaptureUsageError {
 [[nodiscard]] ValueMap captureSettings();
 /// What the list of recent taps shows.
 [[nodiscard]] std::vector<TapActivity> captureTaps();
+/// Records those taps with the contacts behind them, and a few pinches and clicks.
+void recordCaptureTouches(TapActivityLog& log);
 
 struct CapturedImage {
   int contentWidth = 0;  ///< of the pane when laid out, in points

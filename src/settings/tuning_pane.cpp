@@ -25,19 +25,19 @@ bool chosen(const CenterPreset& preset, const TuningSnapshot& current) {
 }  // namespace
 
 TuningPane::TuningPane(DefaultsStore& defaults, TapActivityLog& log,
-                       NotificationCenter& notifications, const RetainedTouches& touches,
-                       Announce announce, DidChange changed)
+                       NotificationCenter& notifications, Announce announce, DidChange changed)
     : defaults_(defaults),
       log_(log),
-      touches_(touches),
       announce_(std::move(announce)),
       changed_(std::move(changed)),
       activity_(log.items()),
+      touches_(log.touches()),
       observation_(notifications.observe(kTapActivityDidChange, [this] { follow(); })) {}
 
 void TuningPane::follow() {
   if (paused_) return;
   activity_ = log_.items();
+  touches_ = log_.touches();
   if (changed_) changed_();
 }
 
@@ -140,15 +140,30 @@ void TuningPane::turnOnPinchZoom() {
   defaults_.set(keys::kMousePinchZoom, true);
 }
 
-std::string TuningPane::evidence(TuningValue value, const TuningSnapshot& current,
-                                 const Texts& texts) const {
-  if (value != TuningValue::maxTapDuration && value != TuningValue::maxTapDrift) return {};
-  const ReplayedTouches replayed =
-      replayTouches(touches_.touches(),
-                    {.duration = current.maxTapDurationMs / 1000.0, .drift = current.maxTapDrift});
-  if (replayed.total == 0) return {};
-  return texts("tuning.evidence", {texts.format().wholeNumber(replayed.accepted),
-                                   texts.format().wholeNumber(replayed.total)});
+TuningPane::Evidence TuningPane::evidence(TuningValue value, const TuningSnapshot& current) const {
+  switch (value) {
+    case TuningValue::maxTapDuration:
+    case TuningValue::maxTapDrift:
+      return {"tuning.evidence",
+              replayTaps(touches_.taps, {.duration = current.maxTapDurationMs / 1000.0,
+                                         .drift = current.maxTapDrift})};
+    case TuningValue::pinchSensitivity:
+      return {"tuning.evidence.pinch", replayPinches(touches_.pinches, current.pinchSensitivity)};
+    case TuningValue::centerMinX:
+    case TuningValue::centerMaxX:
+      break;
+  }
+  return {"tuning.evidence.center",
+          replayClicks(touches_.clicks,
+                       Config::validatedCenterBand(current.centerMinX, current.centerMaxX))};
+}
+
+std::string TuningPane::evidenceText(TuningValue value, const TuningSnapshot& current,
+                                     const Texts& texts) const {
+  const Evidence told = evidence(value, current);
+  if (told.touches.total == 0) return {};
+  return texts(told.key, {texts.format().wholeNumber(told.touches.accepted),
+                          texts.format().wholeNumber(told.touches.total)});
 }
 
 TuningSliderView TuningPane::slider(TuningValue value, const TuningSnapshot& current,
@@ -165,7 +180,7 @@ TuningSliderView TuningPane::slider(TuningValue value, const TuningSnapshot& cur
           .text = tuningValueText(value, number, texts),
           .lowLabel = texts(definition.lowLabelKey),
           .highLabel = texts(definition.highLabelKey),
-          .evidence = evidence(value, current, texts),
+          .evidence = evidenceText(value, current, texts),
           .fineTitle = texts("design.fine.adjust"),
           .decreaseLabel = texts("design.fine.decrease", {title}),
           .canDecrease = number > definition.lowest,

@@ -2,7 +2,8 @@
 //
 // Main thread. Lives as long as the window. Moving a slider writes its setting and leaves no undo;
 // presets, restoring the defaults and suggestions each leave one, which replaces the one before.
-// The list of taps follows the log unless it is paused.
+// The list of taps, and the touches by which each slider tells what it would accept, follow the log
+// unless that is paused.
 #pragma once
 
 #include <functional>
@@ -16,7 +17,6 @@
 #include "localization/texts.hpp"
 #include "platform/notification_center.hpp"
 #include "settings/recent_taps.hpp"
-#include "settings/retained_touches.hpp"
 #include "settings/tuning_values.hpp"
 
 namespace velotap {
@@ -31,7 +31,7 @@ struct TuningSliderView {
   std::string text;
   std::string lowLabel;
   std::string highLabel;
-  std::string evidence;  ///< how many of the last touches it accepts; empty where none tells
+  std::string evidence;  ///< how many of the touches that were kept it accepts; empty without any
   std::string fineTitle;
   std::string decreaseLabel;
   bool canDecrease = false;
@@ -103,7 +103,7 @@ class TuningPane {
 
   /// `changed` is called when the list of taps changed.
   TuningPane(DefaultsStore& defaults, TapActivityLog& log, NotificationCenter& notifications,
-             const RetainedTouches& touches, Announce announce, DidChange changed = nullptr);
+             Announce announce, DidChange changed = nullptr);
 
   [[nodiscard]] TuningView view(const Texts& texts) const;
 
@@ -137,18 +137,23 @@ class TuningPane {
   void follow();
   [[nodiscard]] TuningSliderView slider(TuningValue value, const TuningSnapshot& current,
                                         const Texts& texts) const;
-  [[nodiscard]] std::string evidence(TuningValue value, const TuningSnapshot& current,
-                                     const Texts& texts) const;
+  struct Evidence {
+    std::string_view key;
+    ReplayedTouches touches;
+  };
+  [[nodiscard]] Evidence evidence(TuningValue value, const TuningSnapshot& current) const;
+  [[nodiscard]] std::string evidenceText(TuningValue value, const TuningSnapshot& current,
+                                         const Texts& texts) const;
   void addTapSection(const TuningSnapshot& current, const Texts& texts, TuningView& view) const;
   void addZoomAndCenter(const TuningSnapshot& current, const Texts& texts, TuningView& view) const;
   void addUndo(const Texts& texts, TuningView& view) const;
 
   DefaultsStore& defaults_;
   TapActivityLog& log_;
-  const RetainedTouches& touches_;
   Announce announce_;
   DidChange changed_;
   std::vector<TapActivity> activity_;
+  KeptTouches touches_;
   TapActivityFilter filter_;
   bool paused_ = false;
   std::optional<TuningUndo> undo_;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include "support/desktop.hpp"
 
 namespace velotap {
@@ -69,6 +71,10 @@ struct RuleCase {
   const char* text;
   const char* pane;
 };
+
+std::ostream& operator<<(std::ostream& out, const RuleCase& c) {
+  return out << c.gesture << " of " << (c.domain != nullptr ? c.domain : "any setting");
+}
 
 class ConflictRule : public ConflictCheckerTest, public ::testing::WithParamInterface<RuleCase> {};
 

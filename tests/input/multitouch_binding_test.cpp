@@ -137,7 +137,11 @@ TEST_P(DeviceListForm, GivesDevicesInOrderWithOneReferenceEach) {
 
 INSTANTIATE_TEST_SUITE_P(WithAndWithoutNulls, DeviceListForm,
                          ::testing::Values(SimulatedMultitouch::ListForm::plain,
-                                           SimulatedMultitouch::ListForm::withNullEntries));
+                                           SimulatedMultitouch::ListForm::withNullEntries),
+                         [](const auto& form) {
+                           return form.param == SimulatedMultitouch::ListForm::plain ? "plain"
+                                                                                     : "withNulls";
+                         });
 
 TEST_F(MultitouchBinding, AFailingListIsEmpty) {
   add("pad");

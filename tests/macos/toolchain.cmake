@@ -28,7 +28,7 @@ find_program(CMAKE_RANLIB NAMES llvm-ranlib-14 REQUIRED)
 find_program(CMAKE_INSTALL_NAME_TOOL NAMES llvm-install-name-tool-14 REQUIRED)
 
 set(here ${CMAKE_CURRENT_LIST_DIR}/declarations)
-set(library "-Qunused-arguments -nostdlibinc -isystem ${here}/shims -isystem /usr/include/x86_64-linux-musl -D_GNU_SOURCE -isystem ${here}/frameworks")
+set(library "-Qunused-arguments -nostdlibinc -isystem ${here}/shims -isystem /usr/include/x86_64-linux-musl -D_GNU_SOURCE -isystem ${here}/frameworks -Wunguarded-availability")
 set(CMAKE_C_FLAGS_INIT "${library}")
 set(CMAKE_CXX_FLAGS_INIT "-nostdinc++ -isystem /usr/lib/llvm-14/include/c++/v1 ${library}")
 set(CMAKE_OBJCXX_FLAGS_INIT "${CMAKE_CXX_FLAGS_INIT} -Wundeclared-selector")

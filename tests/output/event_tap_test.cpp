@@ -5,6 +5,7 @@
 #include <cmath>
 #include <functional>
 #include <optional>
+#include <ostream>
 #include <string>
 
 #include "support/desktop.hpp"
@@ -218,6 +219,10 @@ struct ConversionCase {
   Type down, drag, up, otherDrag, otherUp;
   const char* line;
 };
+
+std::ostream& operator<<(std::ostream& out, const ConversionCase& c) {
+  return out << c.line;
+}
 
 class EventTapConversion : public EventTapTest,
                            public ::testing::WithParamInterface<ConversionCase> {};

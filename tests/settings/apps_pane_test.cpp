@@ -147,7 +147,7 @@ TEST_F(AppsPaneTest, RemovesAndRestoresWhatIsShown) {
   AppRuleFilter filter;
   filter.availability = "installed";
   pane.setFilter(filter);
-  EXPECT_EQ(pane.removeVisibleQuestion(english()).confirm, "Remove (3)");
+  EXPECT_EQ(pane.view(english()).removeVisible.confirm, "Remove (3)");
   pane.removeVisible(english());
   EXPECT_EQ(settings.config.ignoredApps(), (Ids{"org.gone"}));
   EXPECT_TRUE(settings.config.keystrokeZoomApps().empty());

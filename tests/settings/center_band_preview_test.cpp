@@ -29,6 +29,12 @@ TEST(CenterBandPreview, TakesHoldOfTheNearerEdge) {
   EXPECT_EQ(edge(100), TuningValue::centerMaxX);
 }
 
+TEST(CenterBandPreview, OfNoWidthIsOpenedEitherWay) {
+  EXPECT_EQ(centerBandEdgeAt(99, 0.5, 0.5, 200), TuningValue::centerMinX);
+  EXPECT_EQ(centerBandEdgeAt(100, 0.5, 0.5, 200), TuningValue::centerMinX);
+  EXPECT_EQ(centerBandEdgeAt(101, 0.5, 0.5, 200), TuningValue::centerMaxX);
+}
+
 TEST(CenterBandPreview, DragsWithinTheSlidersRange) {
   EXPECT_EQ(centerBandEdgeValue(TuningValue::centerMinX, 42, 200), 0.21);
   EXPECT_EQ(centerBandEdgeValue(TuningValue::centerMinX, -5, 200), 0.1);

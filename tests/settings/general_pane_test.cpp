@@ -132,8 +132,34 @@ TEST(GeneralPane, SaysWhenItLookedForUpdates) {
 TEST(GeneralPane, SaysWhatTheDesktopCannotDo) {
   GeneralFacts facts = working();
   EXPECT_TRUE(generalView(facts, english()).notes.empty());
-  facts.desktop = {.hidesFrontApplication = true, .hasTray = false, .mouseWithoutDriver = true};
-  EXPECT_EQ(generalView(facts, english()).notes.size(), 3U);
+  facts.desktop = {.hasTray = false,
+                   .mouseWithoutDriver = true,
+                   .refused = {{.name = "Trackpad", .heldByAnother = true}, {.name = "Mouse"}}};
+  const auto notes = generalView(facts, english()).notes;
+  ASSERT_EQ(notes.size(), 4U);
+  EXPECT_EQ(notes[2], "Another program keeps Trackpad to itself, so its clicks stay as they are.");
+  EXPECT_EQ(notes[3], "Mouse could not be taken over, so its clicks stay as they are.");
+}
+
+TEST(GeneralPane, SaysWhatIsParticularToTheDesktop) {
+  GeneralFacts facts = working();
+  EXPECT_TRUE(generalView(facts, english()).desktopRows.empty());
+  facts.desktop.frontTeller = FrontTeller::xServer;
+  auto rows = generalView(facts, english()).desktopRows;
+  ASSERT_EQ(rows.size(), 1U);
+  EXPECT_EQ(rows[0].caption, "The X server tells which app is in front.");
+  EXPECT_TRUE(rows[0].inOrder);
+  facts.desktop.frontTeller = FrontTeller::nobody;
+  facts.desktop.accessByRule = true;
+  rows = generalView(facts, english()).desktopRows;
+  ASSERT_EQ(rows.size(), 2U);
+  EXPECT_EQ(rows[0].caption, "A rule of the system opens your trackpads and mice to Velotap.");
+  EXPECT_TRUE(rows[0].inOrder);
+  EXPECT_FALSE(rows[1].inOrder) << "rules for applications cannot apply";
+  facts.accessibilityGranted = false;
+  rows = generalView(facts, english()).desktopRows;
+  EXPECT_EQ(rows[0].caption, "No rule of the system opens your trackpads and mice to Velotap yet.");
+  EXPECT_FALSE(rows[0].inOrder);
 }
 
 TEST(GeneralPane, AFailedChangeOfTheLoginItemIsTold) {

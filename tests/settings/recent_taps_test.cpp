@@ -91,11 +91,30 @@ TEST(RecentTaps, AreCountedWholeWhateverTheFilterShows) {
   EXPECT_EQ(view.rows.size(), 2U);
   EXPECT_EQ(view.shownCount, "2 of 5 taps");
   EXPECT_EQ(view.summary, "Accepted: 2 · Refused: 3");
-  EXPECT_EQ(view.reasons,
-            (std::vector<std::string>{"Held too long: 1", "Moved too much: 1", "Too soon: 1"}));
+  using Choice = std::pair<std::string_view, std::string>;
+  EXPECT_EQ(view.reasonChoices, (std::vector<Choice>{{"all", "All taps"},
+                                                     {"tooLong", "Held too long: 1"},
+                                                     {"moved", "Moved too much: 1"},
+                                                     {"tooSoon", "Too soon: 1"}}));
+  EXPECT_TRUE(recentTapsView({}, {}, false, {}, english()).reasonChoices.empty());
   EXPECT_EQ(view.moreTitle, "Earlier taps (1)");
   EXPECT_EQ(view.filters.title, "Filter (1 active)");
   EXPECT_TRUE(view.canClear);
+}
+
+TEST(RecentTaps, AreShownByTheReasonOfTheirRefusal) {
+  for (const auto& [reason, shown] :
+       {std::pair{"all", 5U}, {"tooLong", 1U}, {"moved", 1U}, {"tooSoon", 1U}, {"no reason", 5U}}) {
+    EXPECT_EQ(tapsOfReason(someTaps(), reason).size(), shown) << reason;
+    EXPECT_EQ(recentTapsView(someTaps(), {.reason = reason}, false, {}, english()).rows.size(),
+              shown);
+  }
+  EXPECT_EQ(tapsOfReason(someTaps(), "moved")[0].outcome, TapActivity::Outcome::moved);
+  const RecentTapsView none =
+      recentTapsView(someTaps(), {.outcome = "accepted", .reason = "moved"}, false, {}, english());
+  EXPECT_EQ(none.empty, "No taps match the filter") << "both filters hold";
+  EXPECT_EQ(TapActivityFilter{.reason = "moved"}.activeCount(), 0)
+      << "the choice is in sight, so nobody needs to be told of it";
 }
 
 TEST(RecentTaps, SayWhyThereAreNone) {

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "gestures/fingers.hpp"
+#include "settings/settings_capture.hpp"
 #include "settings_fixture.hpp"
 #include "support/desktop.hpp"
 #include "tap_activities.hpp"
@@ -22,16 +24,23 @@ class TuningPaneTest : public ::testing::Test {
     desktop.mainQueue.runDue();
   }
 
+  /// A tap with the contacts behind it: the first of three fingers strays.
+  void touch(const TapActivity& tap) {
+    TouchTrace trace;
+    for (const float strayed : {0.0F, static_cast<float>(tap.drift)}) {
+      trace.add(test::fingers(
+          {test::finger(1, 0.2F, strayed), test::finger(2, 0.4F, 0), test::finger(3, 0.6F, 0)}));
+    }
+    log.record(tap, trace, 10.0 * tap.id, 100);
+    desktop.mainQueue.runDue();
+  }
+
   test::Desktop desktop;
   test::StoredSettings settings;
   TapActivityLog log{desktop.mainQueue, desktop.notifications};
-  RetainedTouches retained{log};
   std::vector<std::string> announced;
   int changes = 0;
-  TuningPane pane{settings.defaults,
-                  log,
-                  desktop.notifications,
-                  retained,
+  TuningPane pane{settings.defaults, log, desktop.notifications,
                   [this](std::string_view key) { announced.emplace_back(key); },
                   [this] { ++changes; }};
 };
@@ -154,7 +163,7 @@ TEST_F(TuningPaneTest, TheListFollowsTheLogUnlessPaused) {
 }
 
 TEST_F(TuningPaneTest, ARefusedTapIsMendedWithOneClick) {
-  record(test::tooLong(1, 0.341));
+  touch(test::tooLong(1, 0.341));
   EXPECT_EQ(view().duration.evidence, "Recent touches accepted: 0 of 1");
   const auto suggestion = view().taps.rows[0].suggestion;
   ASSERT_TRUE(suggestion);
@@ -163,12 +172,36 @@ TEST_F(TuningPaneTest, ARefusedTapIsMendedWithOneClick) {
   EXPECT_FALSE(view().taps.rows[0].suggestion) << "the limit is wide enough now";
 }
 
-TEST_F(TuningPaneTest, EvidenceNeedsTouches) {
-  EXPECT_EQ(view().duration.evidence, "");
-  record(test::tapNumber(1));
+TEST_F(TuningPaneTest, EachSliderTellsOfTheTouchesThatItJudges) {
+  EXPECT_EQ(view().duration.evidence, "") << "evidence needs touches";
+  touch(test::tapNumber(1));
   EXPECT_EQ(view().drift.evidence, "Recent touches accepted: 1 of 1");
   EXPECT_EQ(view().sensitivity.evidence, "") << "taps tell nothing about pinches";
   EXPECT_EQ(view().leftEdge.evidence, "");
+  pane.clearTaps();
+  EXPECT_EQ(view().drift.evidence, "Recent touches accepted: 1 of 1")
+      << "tidying the list forgets no evidence";
+}
+
+TEST_F(TuningPaneTest, EvidenceFollowsTheSliders) {
+  recordCaptureTouches(log);
+  EXPECT_EQ(view().duration.evidence, "") << "not told yet";
+  desktop.mainQueue.runDue();
+  EXPECT_EQ(view().duration.evidence, "Recent touches accepted: 2 of 4");
+  EXPECT_EQ(view().drift.evidence, "Recent touches accepted: 2 of 4");
+  EXPECT_EQ(view().sensitivity.evidence, "Recent pinches that zoom by a step: 3 of 4");
+  EXPECT_EQ(view().leftEdge.evidence, "Recent one-finger clicks inside the band: 4 of 5");
+  EXPECT_EQ(view().rightEdge.evidence, view().leftEdge.evidence);
+  pane.moveSlider(TuningValue::maxTapDuration, 350);
+  EXPECT_EQ(view().duration.evidence, "Recent touches accepted: 3 of 4");
+  pane.moveSlider(TuningValue::maxTapDrift, 0.07);
+  EXPECT_EQ(view().drift.evidence, "Recent touches accepted: 4 of 4");
+  pane.moveSlider(TuningValue::pinchSensitivity, 0.3);
+  EXPECT_EQ(view().sensitivity.evidence, "Recent pinches that zoom by a step: 1 of 4");
+  pane.moveSlider(TuningValue::centerMaxX, 0.66);
+  EXPECT_EQ(view().rightEdge.evidence, "Recent one-finger clicks inside the band: 5 of 5");
+  pane.moveSlider(TuningValue::centerMinX, 0.45);
+  EXPECT_EQ(view().leftEdge.evidence, "Recent one-finger clicks inside the band: 4 of 5");
 }
 
 TEST_F(TuningPaneTest, FiltersAreReset) {

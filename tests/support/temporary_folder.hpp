@@ -21,12 +21,21 @@ class TemporaryFolder {
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
   [[nodiscard]] const std::filesystem::path& path() const noexcept { return path_; }
-  /// As careful programs write: a new file in the place of the old one.
-  void replace(const std::filesystem::path& file, const std::string& text) const {
-    std::filesystem::create_directories((path_ / file).parent_path());
-    std::ofstream(path_ / "replacement", std::ios::binary) << text;
-    std::filesystem::rename(path_ / "replacement", path_ / file);
+  [[nodiscard]] std::string operator/(const std::string& name) const { return path_ / name; }
+  void write(const std::string& name, const std::string& text) const {
+    std::filesystem::create_directories((path_ / name).parent_path());
+    std::ofstream(path_ / name, std::ios::binary) << text;
   }
+  /// As careful programs write: a new file in the place of the old one.
+  void replace(const std::string& name, const std::string& text) const {
+    write("replacement", text);
+    std::filesystem::create_directories((path_ / name).parent_path());
+    std::filesystem::rename(path_ / "replacement", path_ / name);
+  }
+  void makeFolder(const std::string& name) const {
+    std::filesystem::create_directories(path_ / name);
+  }
+  void remove(const std::string& name) const { std::filesystem::remove_all(path_ / name); }
 
  private:
   std::filesystem::path path_;

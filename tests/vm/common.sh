@@ -61,6 +61,9 @@ stage_guest() {
   for library in "$build"/lib/libvelotap-*.so; do
     [[ ! -e $library ]] || cp "$library" "$stage/lib/"
   done
+  # What a program looks for while it runs: the login manager's library.
+  library=$(ldconfig -p | sed -n 's/.*libsystemd\.so\.0 .*x86-64.* => //p' | head -n 1)
+  [[ -z $library ]] || cp -L "$library" "$stage/lib/"
   copy_libraries "$stage/lib" "$stage"/bin/* "$stage"/lib/*
   cp "$vm_source"/guest/{job,case}.sh "$stage/"
   cp -r "$vm_source/touches" "$stage/"

@@ -1,7 +1,9 @@
 // Records an event node as text in the format of evemu, which libinput's and the kernel's
 // developers use for such recordings:
 //
-//   evdev_capture NODE FILE
+//   evdev_capture [--grab] NODE FILE
+//
+// With --grab nobody else hears of the device meanwhile, as with any program that takes it.
 //
 // Writes the device's description, prints "recording", then writes every event with its time since
 // the first one. Ends on SIGTERM or when the device is unplugged; the file is complete then, and
@@ -20,6 +22,7 @@
 #include <cstring>
 #include <memory>
 #include <span>
+#include <string_view>
 
 #include "guest_io.hpp"
 
@@ -130,10 +133,14 @@ void record(std::FILE* out, int fd) {
   }
 }
 
-int capture(const char* node, const char* path) {
+int capture(const char* node, const char* path, bool grab) {
   const Descriptor fd(open(node, O_RDONLY | O_NONBLOCK | O_CLOEXEC));
   if (!fd) {
     std::fprintf(stderr, "evdev_capture: %s: %s\n", node, std::strerror(errno));
+    return 1;
+  }
+  if (grab && ioctl(fd.get(), EVIOCGRAB, 1) != 0) {
+    std::fprintf(stderr, "evdev_capture: grabbing %s: %s\n", node, std::strerror(errno));
     return 1;
   }
   const File out(std::fopen(path, "w"), std::fclose);
@@ -164,12 +171,13 @@ int capture(const char* node, const char* path) {
 }  // namespace velotap::vm
 
 int main(int argc, char** argv) {
-  if (argc != 3) {
-    std::fputs("usage: evdev_capture NODE FILE\n", stderr);
+  const bool grab = argc == 4 && std::string_view(argv[1]) == "--grab";
+  if (argc != 3 && !grab) {
+    std::fputs("usage: evdev_capture [--grab] NODE FILE\n", stderr);
     return 2;
   }
   struct sigaction action {};
   action.sa_handler = velotap::vm::stop;
   sigaction(SIGTERM, &action, nullptr);
-  return velotap::vm::capture(argv[1], argv[2]);
+  return velotap::vm::capture(argv[argc - 2], argv[argc - 1], grab);
 }

@@ -79,7 +79,7 @@ std::optional<json> mapToJson(const ValueMap& map, std::string& error) {
   for (const auto& [key, item] : map) {
     auto node = toJson(item, error);
     if (!node) {
-      error = "\"" + key + "\": " + error;
+      error.insert(0, "\"" + key + "\": ");
       return std::nullopt;
     }
     object.emplace(key, *std::move(node));

@@ -11,7 +11,7 @@
 #include "app/command_line.hpp"
 #include "app/macos/mac_diagnostics.hpp"
 #include "app/macos/native_menus.hpp"
-#include "app/macos/onboarding_alert.hpp"
+#include "app/macos/windows.hpp"
 #include "config/app_identity.hpp"
 #include "config/config.hpp"
 #include "config/settings_table.hpp"
@@ -20,20 +20,24 @@
 
 @interface VelotapApplicationDelegate : NSObject <NSApplicationDelegate>
 - (instancetype)initWithDelegate:(velotap::AppDelegate*)delegate
-                         desktop:(velotap::MacDesktop*)desktop;
+                         desktop:(velotap::MacDesktop*)desktop
+                         windows:(velotap::Windows*)windows;
 @end
 
 @implementation VelotapApplicationDelegate {
   velotap::AppDelegate* _delegate;
   velotap::MacDesktop* _desktop;
+  velotap::Windows* _windows;
 }
 
 - (instancetype)initWithDelegate:(velotap::AppDelegate*)delegate
-                         desktop:(velotap::MacDesktop*)desktop {
+                         desktop:(velotap::MacDesktop*)desktop
+                         windows:(velotap::Windows*)windows {
   self = [super init];
   if (self != nil) {
     _delegate = delegate;
     _desktop = desktop;
+    _windows = windows;
   }
   return self;
 }
@@ -57,6 +61,7 @@
 
 - (void)applicationWillTerminate:(NSNotification*)notification {
   static_cast<void>(notification);
+  _windows->close();
   _delegate->applicationWillTerminate();
 }
 
@@ -81,11 +86,12 @@ void activate() {
   [NSApplication.sharedApplication activateIgnoringOtherApps:YES];
 }
 
-Application::Surroundings surroundings(NativeMenuBar& menuBar) {
+Application::Surroundings surroundings(NativeMenuBar& menuBar, Windows& windows) {
   Application::Surroundings surroundings;
-  surroundings.effects = {.activate = &activate,
-                          .terminate = [] { [NSApplication.sharedApplication terminate:nil]; },
-                          .openSettings = [](SettingsPane) { activate(); }};
+  surroundings.effects = {
+      .activate = &activate,
+      .terminate = [] { [NSApplication.sharedApplication terminate:nil]; },
+      .openSettings = [&windows](SettingsPane pane) { windows.showSettings(pane); }};
   surroundings.localize = [](std::string_view key) {
     return SystemRegionalSettings::shared().texts()(key);
   };
@@ -93,26 +99,15 @@ Application::Surroundings surroundings(NativeMenuBar& menuBar) {
     return SystemRegionalSettings::shared().observeRevision(std::move(changed));
   };
   surroundings.version = VELOTAP_VERSION;
-  surroundings.showMainMenu = [&menuBar](const std::vector<MenuItem>& menus) {
-    menuBar.show(nativeMenu(menus));
+  surroundings.refreshLocalizedLabels = [&windows] { windows.refreshLocalizedLabels(); };
+  surroundings.showMainMenu = [&menuBar,
+                               edit = windows.editor()](const std::vector<MenuItem>& menus) {
+    menuBar.show(nativeMenuBar(menus, menuBar, edit));
   };
   return surroundings;
 }
 
-// The explanation of the permission is an alert, which runs a loop of its own; the launch must not
-// wait for it.
-Onboarding::View onboardingView(Onboarding& onboarding, Platform& platform) {
-  Onboarding::View view;
-  view.create = [&onboarding, &platform](const std::string&, double) {
-    platform.mainQueue.async([&onboarding, &platform] {
-      runOnboardingAlert(onboarding, platform.alerts);
-      onboarding.windowWillClose();
-    });
-  };
-  return view;
-}
-
-int runApplication() {
+int runApplication(int& argc, char** argv) {
   MacDesktop desktop(Config::debug(), settingKeys());
   Platform::setCurrent(desktop.platform());
   ShellPlatform::setCurrent(desktop.shellPlatform());
@@ -120,25 +115,32 @@ int runApplication() {
   if (desktop.platform().workspace.ownBundleId().text() == AppIdentity::kCurrentDomain) {
     AppIdentity::migratePreferences(desktop.platform().preferences);
   }
+  const auto windows = makeWindows(argc, argv,
+                                   {.applications = desktop.applications(),
+                                    .panels = desktop.panels(),
+                                    .appearance = desktop.appearance(),
+                                    .stateFolder = MacDesktop::supportFolder(),
+                                    .activate = &activate});
   NSApplication* system = NSApplication.sharedApplication;
   // The bundle says so too; a program that is started outside of one has nobody else to say it.
   [system setActivationPolicy:NSApplicationActivationPolicyAccessory];
 
   const auto menuBar = NativeMenuBar::system();
   const auto statusItem = NativeStatusItem::system();
-  Application application(surroundings(*menuBar));
+  Application application(surroundings(*menuBar, *windows));
   application.trayMenu().setView(
       nativeTrayView(*statusItem, [&application](const std::optional<StatusItemClick>& click) {
         application.trayMenu().statusItemClicked(click);
       }));
-  application.onboarding().setView(onboardingView(application.onboarding(), desktop.platform()));
+  windows->connect(application);
   application.delegate().steps.installCrashReporter = [&application] {
     application.crashReporter().install();
     recordUncaughtExceptions(application.crashReporter().logPath());
   };
   VelotapApplicationDelegate* delegate =
       [[VelotapApplicationDelegate alloc] initWithDelegate:&application.delegate()
-                                                   desktop:&desktop];
+                                                   desktop:&desktop
+                                                   windows:windows.get()];
   system.delegate = delegate;
   [system run];
   return 0;
@@ -151,11 +153,12 @@ int main(int argc, char** argv) {
   @autoreleasepool {
     if (const auto mode = velotap::diagnosticsMode(argc, argv))
       return velotap::runMacDiagnostics(*mode);
+    if (const auto status = velotap::capturePicturesIfRequested(argc, argv)) return *status;
     const velotap::CommandLine line = velotap::parseCommandLine(argc, argv);
     if (line.help || line.version) {
       std::cout << (line.help ? velotap::helpText() : velotap::versionText());
       return 0;
     }
-    return velotap::runApplication();
+    return velotap::runApplication(argc, argv);
   }
 }

@@ -47,7 +47,32 @@ NativeMenuItem nativeItem(const MenuItem& item) {
   return native;
 }
 
+// What a window does on its frame, which every window of the system knows.
+bool isOfTheFrame(ResponderCommand command) {
+  return command == ResponderCommand::close || command == ResponderCommand::minimize;
+}
+
+void askFirst(const MenuItem& item, NativeMenuItem& native, NativeMenuBar& bar,
+              const std::function<bool(ResponderCommand)>& edit) {
+  for (std::size_t i = 0; i < item.submenu.size(); ++i) {
+    askFirst(item.submenu[i], native.submenu[i], bar, edit);
+  }
+  if (!item.responder || isOfTheFrame(*item.responder)) return;
+  native.action = [&bar, edit, command = *item.responder, selector = native.selector] {
+    if (!edit(command)) bar.send(selector);
+  };
+  native.selector.clear();
+}
+
 }  // namespace
+
+std::vector<NativeMenuItem> nativeMenuBar(const std::vector<MenuItem>& menus, NativeMenuBar& bar,
+                                          const std::function<bool(ResponderCommand)>& edit) {
+  std::vector<NativeMenuItem> native = nativeMenu(menus);
+  if (!edit) return native;
+  for (std::size_t i = 0; i < menus.size(); ++i) askFirst(menus[i], native[i], bar, edit);
+  return native;
+}
 
 std::vector<NativeMenuItem> nativeMenu(const std::vector<MenuItem>& items) {
   std::vector<NativeMenuItem> native;

@@ -3,6 +3,7 @@
 // Values to values; main thread where they are used.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -13,6 +14,13 @@
 namespace velotap {
 
 [[nodiscard]] std::vector<NativeMenuItem> nativeMenu(const std::vector<MenuItem>& items);
+
+/// The menus of the menu bar. Where there is an `edit`, it is asked first to do what an edit
+/// command says, and only what it leaves is sent to the system's responders. The bar outlives its
+/// items.
+[[nodiscard]] std::vector<NativeMenuItem> nativeMenuBar(
+    const std::vector<MenuItem>& menus, NativeMenuBar& bar,
+    const std::function<bool(ResponderCommand)>& edit);
 
 [[nodiscard]] std::optional<StatusItemClick> statusItemClick(
     const std::optional<NativeClick>& click);

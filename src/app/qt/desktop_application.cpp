@@ -16,19 +16,8 @@
 #include <QVariantMap>
 #include <utility>
 
-#include "config/settings_keys.hpp"
-#include "gestures/tap_activity_log.hpp"
-#include "gestures/touch_engine.hpp"
-#include "platform/platform.hpp"
 #include "platform/shell_platform.hpp"
-#include "settings/window/about_object.hpp"
-#include "settings/window/apps_object.hpp"
-#include "settings/window/general_object.hpp"
-#include "settings/window/gestures_object.hpp"
-#include "settings/window/practice_object.hpp"
-#include "settings/window/tuning_object.hpp"
 #include "settings/window/values.hpp"
-#include "shell/updater.hpp"
 
 namespace velotap {
 namespace {
@@ -38,14 +27,6 @@ constexpr const char* kVariant = "linux";
 
 std::string localize(std::string_view key) {
   return SystemRegionalSettings::shared().texts()(key);
-}
-
-std::int64_t secondsOf(std::chrono::system_clock::time_point moment) {
-  return std::chrono::duration_cast<std::chrono::seconds>(moment.time_since_epoch()).count();
-}
-
-DefaultsStore& defaults() {
-  return DefaultsStore::shared();
 }
 
 bool copyText(const std::string& text) {
@@ -105,12 +86,11 @@ QPalette widgetPalette(const QVariantMap& colors, bool dark) {
 DesktopApplication::DesktopApplication(ViewContext& context, Desktop desktop)
     : context_(context),
       desktop_(std::move(desktop)),
-      selection_(defaults()),
-      touches_(TapActivityLog::shared()),
       application_(surroundings()),
       statusItem_(application_.trayMenu(), [this] { tellThatTrayIsMissing(); }),
       onboardingWindow_(application_.onboarding(), context, [this] { settings_.showPractice(); }),
-      settings_(context, settingsEffects()) {
+      panes_(application_, panesDesktop(), [this](PreferencesTab tab) { showPane(tab); }),
+      settings_(context, panes_.effects(desktop_.frameFile)) {
   application_.trayMenu().setView(statusItem_.view());
   application_.onboarding().setView(onboardingWindow_.view());
   QObject::connect(&appearance_, &DesktopAppearance::changed, &appearance_,
@@ -149,10 +129,6 @@ void DesktopApplication::reopen() {
 void DesktopApplication::end() {
   settings_.close();
   application_.delegate().applicationWillTerminate();
-}
-
-Texts DesktopApplication::texts() {
-  return SystemRegionalSettings::shared().texts();
 }
 
 void DesktopApplication::followAppearance() {
@@ -195,169 +171,36 @@ void DesktopApplication::showPane(PreferencesTab tab) {
   settings_.show(tab);
 }
 
-SettingsWindow::Effects DesktopApplication::settingsEffects() {
-  return {.texts = [] { return texts(); },
-          .makePanes = [this](PanesObject& panes) { makePanes(panes); },
-          .observe =
-              [](std::function<void()> changed) {
-                std::vector<Observation> observations;
-                observations.push_back(defaults().observeChanges(changed));
-                observations.push_back(
-                    Controller::shared().observeRunning([changed](bool) { changed(); }));
-                observations.push_back(
-                    Permissions::shared().observeGranted([changed](bool) { changed(); }));
-                return observations;
+DesktopFacts DesktopApplication::desktopFacts() const {
+  DesktopFacts facts = desktop_.facts();
+  facts.hasTray = !trayIsMissing_;
+  return facts;
+}
+
+SettingsPanes::Desktop DesktopApplication::panesDesktop() {
+  return {.applications = desktop_.applications,
+          .appsOptions =
+              [this] {
+                const bool hidden = desktop_.facts().frontTeller == FrontTeller::nobody;
+                return AppsPane::Options{.compatibility = compatibilityAppsOfLinux(),
+                                         .suggestsInstalledOnly = true,
+                                         .hidesFrontApplication = hidden};
               },
-          .frameFile = desktop_.frameFile};
-}
-
-GeneralFacts DesktopApplication::generalFacts() {
-  Updater& updater = Updater::shared();
-  const auto lastCheck = updater.lastCheck();
-  return {.enabled = Config::shared().enabled(),
-          .leftClickTogglesEnabled = defaults().boolean(keys::kLeftClickTogglesEnabled),
-          .hideStatusBarIcon = defaults().boolean(keys::kHideStatusBarIcon),
-          .accessibilityGranted = Permissions::shared().granted(),
-          .listenersRunning = Controller::shared().isRunning(),
-          .connectedDevices = TouchEngine::shared().connectedDeviceClasses(),
-          .loginItemStatus = LoginItem::shared().status(),
-          .automaticUpdateChecks = updater.automaticallyChecks(),
-          .updatesUnavailable = updater.unavailableReason(),
-          .lastUpdateCheck = lastCheck ? std::optional(secondsOf(*lastCheck)) : std::nullopt,
-          .now = secondsOf(Platform::current().clock.date()),
-          .desktop = {.hidesFrontApplication = desktop_.hidesFrontApplication(),
-                      .hasTray = !trayIsMissing_}};
-}
-
-GestureFacts DesktopApplication::gestureFacts() {
-  return {.enabled = Config::shared().enabled(),
-          .accessibilityGranted = Permissions::shared().granted(),
-          .listenersRunning = Controller::shared().isRunning(),
-          .connectedDevices = TouchEngine::shared().connectedDeviceClasses()};
-}
-
-void DesktopApplication::setEnabled(bool on) {
-  defaults().set(keys::kEnabled, on);
-  synchronizeEnabledState({.refreshPermission = [] { Permissions::shared().refresh(); },
-                           .enabled = [] { return Config::shared().enabled(); },
-                           .listenersRunning = [] { return Controller::shared().isRunning(); },
-                           .startController = [] { Controller::shared().start(); }});
-  application_.trayMenu().updateIcon();
-}
-
-void DesktopApplication::toggleLaunchAtLogin() {
-  const auto error = LoginItem::shared().toggle();
-  if (!error) return;
-  const LoginItemFailure failure = loginItemFailure(*error, texts());
-  Platform& platform = Platform::current();
-  if (platform.log.enabled()) platform.log.line(failure.logLine);
-  platform.alerts.runModal({.message = failure.alertTitle,
-                            .informativeText = failure.alertText,
-                            .buttons = {failure.dismiss}});
-}
-
-SupportFacts DesktopApplication::supportFacts() {
-  const Config& config = Config::shared();
-  const CenterBand band = config.centerBand();
-  return {.build = {.version = VELOTAP_VERSION, .build = VELOTAP_BUILD, .notice = VELOTAP_NOTICE},
+          .facts = [this] { return desktopFacts(); },
+          .answersTouchpads = true,
           .system = QSysInfo::prettyProductName().section(u' ', 0, 0).toStdString(),
           .systemVersion =
               (QSysInfo::productVersion() + u' ' + QSysInfo::kernelVersion()).toStdString(),
-          .enabled = config.enabled(),
-          .accessibilityGranted = Permissions::shared().granted(),
-          .tuning = {.maxTapDurationMs = static_cast<int>(config.maxTapDuration() * 1000 + 0.5),
-                     .maxTapDrift = config.maxTapDrift(),
-                     .pinchSensitivity = config.pinchSensitivity(),
-                     .centerMinX = band.lower,
-                     .centerMaxX = band.upper},
-          .connectedDevices = TouchEngine::shared().connectedDeviceClasses(),
-          .ignoredApps = config.ignoredApps().size(),
-          .keystrokeZoomApps = config.keystrokeZoomApps().size()};
-}
-
-void DesktopApplication::makeListPanes(PanesObject& panes) {
-  panes.apps = new AppsObject(
-      {.config = Config::shared(),
-       .applications = desktop_.applications,
-       .options = {.compatibility = compatibilityAppsOfLinux(),
-                   .suggestsInstalledOnly = true,
-                   .hidesFrontApplication = desktop_.hidesFrontApplication()},
-       .ownBundleID = std::string(kSettingsDomain),
-       .texts = [] { return texts(); },
-       .announce =
-           [](const std::string& text) {
-             AccessibilityAnnouncements::shared().post(text, AnnouncementPriority::high);
-           },
-       .choose = &chooseApplications,
-       .copy = &copyText,
-       .reveal =
-           [](const std::string& location) {
-             openUrl(QUrl::fromLocalFile(QFileInfo(qt(location)).path()).toEncoded().toStdString());
-           },
-       .icon = desktop_.icon},
-      &panes);
-  panes.about =
-      new AboutObject({.texts = [] { return texts(); },
-                       .facts = [this] { return supportFacts(); },
-                       .canCheckForUpdates = [] { return Updater::shared().canCheckForUpdates(); },
-                       .checkForUpdates = [] { Updater::shared().checkForUpdates(); },
-                       .contact = {.open = &openUrl, .copy = &copyText},
-                       .save = &saveText,
-                       .notices = &notices},
-                      &panes);
-}
-
-void DesktopApplication::makePanes(PanesObject& panes) {
-  const auto words = [] { return texts(); };
-  panes.general = new GeneralObject(
-      {.texts = words,
-       .facts = [this] { return generalFacts(); },
-       .showPane = [this](PreferencesTab tab) { showPane(tab); },
-       .chooseDevice = [this](GestureDevice device) { selection_.setDevice(device); },
-       .setEnabled = [this](bool on) { setEnabled(on); },
-       .setUpAccessibility = [this] { application_.onboarding().show(); },
-       .startListeners = [] { Controller::shared().start(); },
-       .toggleLaunchAtLogin = [this] { toggleLaunchAtLogin(); },
-       .openLoginItems = [] { LoginItem::shared().openSettings(); },
-       .setLeftClickToggles = [](bool on) { defaults().set(keys::kLeftClickTogglesEnabled, on); },
-       .setHideIcon =
-           [this](bool on) {
-             defaults().set(keys::kHideStatusBarIcon, on);
-             application_.trayMenu().applyVisibility();
-           },
-       .setAutomaticChecks = [](bool on) { Updater::shared().setAutomaticallyChecks(on); },
-       .checkForUpdates = [] { Updater::shared().checkForUpdates(); }},
-      &panes);
-  panes.gestures = new GesturesObject(
-      defaults(), selection_,
-      {.texts = words,
-       .facts = [this] { return gestureFacts(); },
-       .openAccessibilitySettings = [this] { application_.onboarding().show(); },
-       .startListeners = [] { Controller::shared().start(); },
-       .showGeneral = [this] { showPane(PreferencesTab::general); },
-       .didEnable =
-           [this](std::string_view key) { application_.conflicts().checkAfterEnabling(key); }},
-      &panes);
-  panes.tuning = new TuningObject({.defaults = defaults(),
-                                   .log = TapActivityLog::shared(),
-                                   .notifications = Platform::current().notifications,
-                                   .touches = touches_,
-                                   .texts = words,
-                                   .announce =
-                                       [](std::string_view key) {
-                                         AccessibilityAnnouncements::shared().post(
-                                             localize(key), AnnouncementPriority::high);
-                                       },
-                                   .showGestures = [this] { showPane(PreferencesTab::gestures); }},
-                                  &panes);
-  makeListPanes(panes);
-  panes.practice =
-      new PracticeObject({.target = PracticeTarget::shared(),
-                          .texts = words,
-                          .showGeneral = [this] { showPane(PreferencesTab::general); },
-                          .showGestures = [this] { showPane(PreferencesTab::gestures); },
-                          .showTuning = [this] { showPane(PreferencesTab::tuning); }},
-                         &panes);
+          .chooseApplications = &chooseApplications,
+          .save = &saveText,
+          .copy = &copyText,
+          .reveal =
+              [](const std::string& location) {
+                const QUrl folder = QUrl::fromLocalFile(QFileInfo(qt(location)).path());
+                openUrl(folder.toEncoded().toStdString());
+              },
+          .icon = desktop_.icon,
+          .notices = &notices};
 }
 
 }  // namespace velotap

@@ -10,15 +10,11 @@
 
 #include "adapters/qt/desktop/desktop_appearance.hpp"
 #include "app/application.hpp"
-#include "app/qt/onboarding_window.hpp"
 #include "app/qt/status_item.hpp"
-#include "input/gesture_device.hpp"
+#include "app/windows/onboarding_window.hpp"
+#include "app/windows/settings_panes.hpp"
 #include "localization/system_regional_settings.hpp"
 #include "platform/applications.hpp"
-#include "settings/general_pane.hpp"
-#include "settings/gestures_pane.hpp"
-#include "settings/retained_touches.hpp"
-#include "settings/support_snapshot.hpp"
 #include "settings/window/settings_window.hpp"
 
 namespace velotap {
@@ -29,7 +25,8 @@ class DesktopApplication {
   struct Desktop {
     Applications& applications;
     std::function<std::string(const std::string& bundleID)> icon;
-    std::function<bool()> hidesFrontApplication;
+    /// All but the place for the status item, which shows only with time.
+    std::function<DesktopFacts()> facts;
     std::string unknownApplication;  ///< the identifier that stands for one
     QString currentDesktop;
     QString frameFile;
@@ -45,27 +42,19 @@ class DesktopApplication {
  private:
   [[nodiscard]] Application::Surroundings surroundings();
   [[nodiscard]] ApplicationEffects effects();
-  [[nodiscard]] SettingsWindow::Effects settingsEffects();
-  void makePanes(PanesObject& panes);
-  [[nodiscard]] GeneralFacts generalFacts();
-  [[nodiscard]] GestureFacts gestureFacts();
-  [[nodiscard]] SupportFacts supportFacts();
-  void makeListPanes(PanesObject& panes);
-  void setEnabled(bool on);
-  void toggleLaunchAtLogin();
+  [[nodiscard]] SettingsPanes::Desktop panesDesktop();
+  [[nodiscard]] DesktopFacts desktopFacts() const;
   void showPane(PreferencesTab tab);
   void followAppearance();
   void tellThatTrayIsMissing();
-  [[nodiscard]] static Texts texts();
 
   ViewContext& context_;
   Desktop desktop_;
   DesktopAppearance appearance_;
-  GestureDeviceSelection selection_;
-  RetainedTouches touches_;
   Application application_;
   StatusItem statusItem_;
   OnboardingWindow onboardingWindow_;
+  SettingsPanes panes_;
   SettingsWindow settings_;
   bool trayIsMissing_ = false;
 };

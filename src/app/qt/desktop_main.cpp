@@ -29,6 +29,7 @@
 #include "adapters/qt/runtime/qt_main_loop.hpp"
 #include "app/command_line.hpp"
 #include "app/qt/desktop_application.hpp"
+#include "app/qt/linux_desktop_facts.hpp"
 #include "config/app_identity.hpp"
 #include "platform/shell_platform.hpp"
 #include "settings/capture/qt_capture_studio.hpp"
@@ -108,14 +109,12 @@ int run(QApplication& application, const Descriptor& interrupts) {
 
   LinuxApplications applications(desktop.workspace().applications());
   DesktopApplication velotap(
-      context,
-      {.applications = applications,
-       .icon = [&applications](const std::string& id) { return applications.icon(id); },
-       .hidesFrontApplication =
-           [&desktop] { return desktop.workspace().source().kind == FrontSourceKind::none; },
-       .unknownApplication = kUnknownApplication,
-       .currentDesktop = QString::fromStdString(session.currentDesktop),
-       .frameFile = QString::fromStdString(stateFolder() + "/velotap/windows.ini")});
+      context, {.applications = applications,
+                .icon = [&applications](const std::string& id) { return applications.icon(id); },
+                .facts = [&desktop] { return linuxDesktopFacts(desktop); },
+                .unknownApplication = kUnknownApplication,
+                .currentDesktop = QString::fromStdString(session.currentDesktop),
+                .frameFile = QString::fromStdString(stateFolder() + "/velotap/windows.ini")});
   instance->serve(queue, queue, session.busAddress, [&velotap] { velotap.reopen(); });
   const Observation interrupted = queue.watch(interrupts.get(), DescriptorLoop::Interest::readable,
                                               [] { QCoreApplication::quit(); });

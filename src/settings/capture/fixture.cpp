@@ -63,11 +63,9 @@ Fixture::Fixture(std::string locale, const ValueMap& settings)
       defaults_(storage_, log_, kCaptureSuite),
       config_(defaults_, notifications_),
       selection_(defaults_),
-      taps_(queue_, notifications_),
-      touches_(taps_) {
+      taps_(queue_, notifications_) {
   for (const auto& [key, value] : settings) defaults_.set(key, value);
-  const std::vector<TapActivity> taps = captureTaps();
-  for (auto tap = taps.rbegin(); tap != taps.rend(); ++tap) taps_.record(*tap);
+  recordCaptureTouches(taps_);
   generalFacts.accessibilityGranted = true;
   generalFacts.listenersRunning = true;
   generalFacts.connectedDevices = {DeviceClass::magicMouse};
@@ -131,7 +129,6 @@ TuningEffects Fixture::tuningEffects(PanesObject& panes) {
   return {.defaults = defaults_,
           .log = taps_,
           .notifications = notifications_,
-          .touches = touches_,
           .texts = [this] { return texts(); },
           .announce = [](std::string_view) {},
           .showGestures = [&panes] { show(panes, PreferencesTab::gestures); }};

@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "config/config.hpp"
@@ -70,7 +71,10 @@ class Fixture {
   [[nodiscard]] Texts texts() const;
   [[nodiscard]] std::string language() const;
   [[nodiscard]] const std::string& locale() const { return locale_; }
+  /// Panes that are shown have to be refreshed.
+  void setLocale(std::string locale) { locale_ = std::move(locale); }
   [[nodiscard]] DefaultsStore& defaults() { return defaults_; }
+  [[nodiscard]] TapActivityLog& taps() { return taps_; }
   /// What the General pane sees; tests change it.
   GeneralFacts generalFacts;
   GestureFacts gestureFacts;
@@ -95,7 +99,6 @@ class Fixture {
   GestureDeviceSelection selection_;
   ImmediateQueue queue_;
   TapActivityLog taps_;
-  RetainedTouches touches_;
   FictionalApplications applications_;
   PracticeTarget target_;
 };

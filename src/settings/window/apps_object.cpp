@@ -58,9 +58,13 @@ AppsObject::AppsObject(AppsEffects effects, QObject* parent)
 
 void AppsObject::refresh() {
   pane_.reload();
+  show();
+}
+
+// Without looking the applications up again: their rules and what is installed are as they were.
+void AppsObject::show() {
   const Texts texts = effects_.texts();
   const AppsView view = pane_.view(texts);
-  const Confirmation question = pane_.removeVisibleQuestion(texts);
   showRows(view);
   setState(fields(
       {{"intro", fields({{"title", view.introTitle}, {"text", view.introText}})},
@@ -82,13 +86,20 @@ void AppsObject::refresh() {
        {"choose", view.chooseTitle},
        {"removeVisible", fields({{"title", view.removeVisibleTitle},
                                  {"possible", view.canRemoveVisible},
-                                 {"question", question.title},
-                                 {"note", question.message},
-                                 {"confirm", question.confirm},
-                                 {"cancel", question.cancel}})},
+                                 {"question", view.removeVisible.title},
+                                 {"note", view.removeVisible.message},
+                                 {"confirm", view.removeVisible.confirm},
+                                 {"cancel", view.removeVisible.cancel}})},
        {"suggestions", fields({{"title", view.suggestionsTitle}, {"none", view.noSuggestions}})},
-       {"runningTitle", view.runningTitle},
-       {"running", runningState(texts)}}));
+       {"runningTitle", view.runningTitle}}));
+  showRunning();
+}
+
+void AppsObject::showRunning() {
+  const QVariantMap state = makeRunningState(effects_.texts());
+  if (state == runningState_) return;
+  runningState_ = state;
+  emit runningStateChanged();
 }
 
 QVariantMap AppsObject::filterState(const AppsView& view) const {
@@ -106,7 +117,7 @@ QVariantMap AppsObject::filterState(const AppsView& view) const {
        {"identifiers", fields({{"title", view.identifiersTitle}, {"on", view.showsIdentifiers}})}});
 }
 
-QVariantMap AppsObject::runningState(const Texts& texts) {
+QVariantMap AppsObject::makeRunningState(const Texts& texts) {
   const RunningAppsView view = chooser_.view(texts);
   QList<QVariantMap> rows;
   for (const RunningAppsView::Row& row : view.rows) {
@@ -153,7 +164,7 @@ void AppsObject::filter(const std::function<void(AppRuleFilter&)>& change) {
   AppRuleFilter filter = pane_.filter();
   change(filter);
   pane_.setFilter(std::move(filter));
-  refresh();
+  show();
 }
 
 void AppsObject::setQuery(const QString& query) {
@@ -236,33 +247,33 @@ void AppsObject::openRunning(const QString& list) {
   runningFor_ = listOf(list);
   runningQuery_.clear();
   chooser_ = RunningAppsChooser(candidates());
-  refresh();
+  showRunning();
 }
 
 void AppsObject::setRunningQuery(const QString& query) {
   runningQuery_ = query.toStdString();
   chooser_.setQuery(runningQuery_);
-  refresh();
+  showRunning();
 }
 
 void AppsObject::toggleRunning(const QString& bundleID) {
   chooser_.toggle(bundleID.toStdString());
-  refresh();
+  showRunning();
 }
 
 void AppsObject::selectVisible() {
   chooser_.selectVisible();
-  refresh();
+  showRunning();
 }
 
 void AppsObject::clearSelection() {
   chooser_.clearSelection();
-  refresh();
+  showRunning();
 }
 
 void AppsObject::refreshRunning() {
   chooser_.refresh(candidates());
-  refresh();
+  showRunning();
 }
 
 void AppsObject::addRunning() {

@@ -36,6 +36,9 @@ class AppsObject : public PaneObject {
   Q_PROPERTY(velotap::RowModel* zoom READ zoom CONSTANT)
   Q_PROPERTY(velotap::RowModel* suggestions READ suggestions CONSTANT)
   Q_PROPERTY(velotap::RowModel* running READ running CONSTANT)
+  /// Of the sheet with the running applications, apart so that a letter typed there leaves the pane
+  /// below alone.
+  Q_PROPERTY(QVariantMap runningState READ runningState NOTIFY runningStateChanged)
 
  public:
   explicit AppsObject(AppsEffects effects, QObject* parent = nullptr);
@@ -45,6 +48,7 @@ class AppsObject : public PaneObject {
   [[nodiscard]] RowModel* zoom() { return &zoom_; }
   [[nodiscard]] RowModel* suggestions() { return &suggestions_; }
   [[nodiscard]] RowModel* running() { return &running_; }
+  [[nodiscard]] const QVariantMap& runningState() const { return runningState_; }
 
   Q_INVOKABLE void setQuery(const QString& query);
   /// The picker "type", "availability" or "sort", and one of its values.
@@ -70,11 +74,16 @@ class AppsObject : public PaneObject {
   Q_INVOKABLE void refreshRunning();
   Q_INVOKABLE void addRunning();
 
+ signals:
+  void runningStateChanged();
+
  private:
+  void show();
+  void showRunning();
   void filter(const std::function<void(AppRuleFilter&)>& change);
   void showRows(const AppsView& view);
   [[nodiscard]] QVariantMap filterState(const AppsView& view) const;
-  [[nodiscard]] QVariantMap runningState(const Texts& texts);
+  [[nodiscard]] QVariantMap makeRunningState(const Texts& texts);
   [[nodiscard]] std::vector<AppEntry> candidates() const;
 
   AppsEffects effects_;
@@ -86,6 +95,7 @@ class AppsObject : public PaneObject {
   RowModel zoom_;
   RowModel suggestions_;
   RowModel running_;
+  QVariantMap runningState_;
 };
 
 }  // namespace velotap

@@ -100,6 +100,7 @@ void GeneralObject::refresh() {
                    {"devices", fields({{"title", view_.devicesTitle},
                                        {"openGestures", view_.openGestures},
                                        {"openTuning", view_.openTuning}})},
+                   {"desktop", fields({{"title", view_.desktopTitle}})},
                    {"startup", startupState(view_, hideIconQuestion(texts))},
                    {"updates", updatesState(view_)}}));
 }
@@ -128,6 +129,15 @@ void GeneralObject::showRows() {
   rows.clear();
   for (const ConnectedDeviceCard& card : view_.devices) rows.append(deviceRow(card));
   devices_.sync(rows);
+  rows.clear();
+  for (const DesktopRow& row : view_.desktopRows) {
+    rows.append(fields({{"id", row.title},
+                        {"symbol", row.symbol},
+                        {"title", row.title},
+                        {"caption", row.caption},
+                        {"tone", row.inOrder ? "neutral" : "warning"}}));
+  }
+  desktop_.sync(rows);
 }
 
 void GeneralObject::setQuery(const QString& query) {

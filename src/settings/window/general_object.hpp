@@ -34,6 +34,7 @@ class GeneralObject : public PaneObject {
   Q_PROPERTY(velotap::RowModel* readiness READ readiness CONSTANT)
   Q_PROPERTY(velotap::RowModel* notes READ notes CONSTANT)
   Q_PROPERTY(velotap::RowModel* devices READ devices CONSTANT)
+  Q_PROPERTY(velotap::RowModel* desktop READ desktop CONSTANT)
 
  public:
   explicit GeneralObject(GeneralEffects effects, QObject* parent = nullptr);
@@ -43,6 +44,7 @@ class GeneralObject : public PaneObject {
   [[nodiscard]] RowModel* readiness() { return &readiness_; }
   [[nodiscard]] RowModel* notes() { return &notes_; }
   [[nodiscard]] RowModel* devices() { return &devices_; }
+  [[nodiscard]] RowModel* desktop() { return &desktop_; }
 
   Q_INVOKABLE void setQuery(const QString& query);
   Q_INVOKABLE void openResult(const QString& id);
@@ -74,6 +76,7 @@ class GeneralObject : public PaneObject {
   RowModel readiness_;
   RowModel notes_;
   RowModel devices_;
+  RowModel desktop_;
 };
 
 }  // namespace velotap

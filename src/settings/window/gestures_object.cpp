@@ -22,6 +22,19 @@ std::string_view nameOf(GestureSectionFilter section) {
   return {};
 }
 
+constexpr std::array<std::pair<TrackpadMode, std::string_view>, 3> kModes{{
+    {TrackpadMode::automatic, "automatic"},
+    {TrackpadMode::native, "native"},
+    {TrackpadMode::post, "post"},
+}};
+
+std::string_view nameOf(TrackpadMode mode) {
+  for (const auto& [value, name] : kModes) {
+    if (value == mode) return name;
+  }
+  return {};
+}
+
 const char* nameOf(GesturePreview::Kind kind) {
   switch (kind) {
     case GesturePreview::Kind::click:
@@ -65,6 +78,19 @@ QVariantMap deviceState(const GesturesView& view) {
                  {"value", gestureDeviceText(view.device)}});
 }
 
+QVariantMap modeState(const std::optional<TrackpadModeView>& mode) {
+  const TrackpadModeView shown = mode.value_or(TrackpadModeView());
+  QVariantList options;
+  for (const auto& [choiceMode, title] : shown.choices) {
+    options.append(choice(nameOf(choiceMode), title));
+  }
+  return fields({{"shown", mode.has_value()},
+                 {"title", shown.title},
+                 {"options", options},
+                 {"value", nameOf(shown.mode)},
+                 {"note", shown.note}});
+}
+
 QVariantMap disableState(const GesturesView& view, const Confirmation& question) {
   return fields({{"title", view.disableTitle},
                  {"possible", view.canDisable},
@@ -93,6 +119,7 @@ void GesturesObject::refresh() {
                    {"connection", fields({{"symbol", view_.connection.symbol},
                                           {"text", view_.connection.text},
                                           {"connected", view_.connection.connected}})},
+                   {"mode", modeState(view_.trackpadMode)},
                    {"tryButton", view_.practiceTitle},
                    {"search", fields({{"hint", view_.searchPlaceholder},
                                       {"clear", texts("Clear search")},
@@ -142,6 +169,13 @@ void GesturesObject::showRows(const GesturesView& view) {
 
 void GesturesObject::setDevice(const QString& device) {
   if (const auto chosen = gestureDevice(device.toStdString())) pane_.setDevice(*chosen);
+  refresh();
+}
+
+void GesturesObject::setTrackpadMode(const QString& mode) {
+  for (const auto& [value, name] : kModes) {
+    if (qt(name) == mode) pane_.setTrackpadMode(value);
+  }
   refresh();
 }
 

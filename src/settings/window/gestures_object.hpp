@@ -33,6 +33,8 @@ class GesturesObject : public PaneObject {
   [[nodiscard]] RowModel* more() { return &more_; }
 
   Q_INVOKABLE void setDevice(const QString& device);
+  /// "automatic", "native" or "post".
+  Q_INVOKABLE void setTrackpadMode(const QString& mode);
   Q_INVOKABLE void setQuery(const QString& query);
   /// "all", "middle" or "more".
   Q_INVOKABLE void setSection(const QString& section);

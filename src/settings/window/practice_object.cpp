@@ -7,6 +7,10 @@
 namespace velotap {
 namespace {
 
+constexpr const char* kReadiness = "readiness";
+constexpr const char* kGestures = "gestures";
+constexpr const char* kTuning = "tuning";
+
 const char* toneOf(GesturePractice::Outcome outcome) {
   switch (outcome) {
     case GesturePractice::Outcome::middle:
@@ -32,6 +36,16 @@ QVariantList countLines(const GesturePractice& practice, const PracticeView& vie
   return lines;
 }
 
+QVariantMap link(const char* id, const std::string& title, const char* symbol) {
+  return fields({{"id", id}, {"title", title}, {"symbol", symbol}});
+}
+
+QVariantList links(const PracticeView& view) {
+  return {link(kReadiness, view.openReadiness, "gearshape"),
+          link(kGestures, view.openGestures, "hand.tap"),
+          link(kTuning, view.openTuning, "slider.horizontal.3")};
+}
+
 }  // namespace
 
 PracticeObject::PracticeObject(PracticeEffects effects, QObject* parent)
@@ -53,10 +67,14 @@ void PracticeObject::refresh() {
                    {"counts", countLines(practice_, view)},
                    {"again", view.tryAgain},
                    {"canTryAgain", view.canTryAgain},
-                   {"openReadiness", view.openReadiness},
-                   {"openGestures", view.openGestures},
-                   {"openTuning", view.openTuning},
+                   {"links", links(view)},
                    {"done", view.done}}));
+}
+
+void PracticeObject::open(const QString& place) {
+  if (place == QLatin1String(kReadiness)) effects_.showGeneral();
+  if (place == QLatin1String(kGestures)) effects_.showGestures();
+  if (place == QLatin1String(kTuning)) effects_.showTuning();
 }
 
 void PracticeObject::press(int button) {

@@ -32,9 +32,8 @@ class PracticeObject : public PaneObject {
   /// The surface's facts; see PracticeSurface.
   Q_INVOKABLE void place(bool ready, bool hidden, double x, double y, double width, double height);
   Q_INVOKABLE void leave();
-  Q_INVOKABLE void openReadiness() { effects_.showGeneral(); }
-  Q_INVOKABLE void openGestures() { effects_.showGestures(); }
-  Q_INVOKABLE void openTuning() { effects_.showTuning(); }
+  /// "readiness", "gestures" or "tuning".
+  Q_INVOKABLE void open(const QString& place);
 
  private:
   PracticeEffects effects_;

@@ -54,7 +54,7 @@ SettingsWindow::SettingsWindow(ViewContext& context, Effects effects)
     : context_(context), effects_(std::move(effects)) {
   everySecond_.setInterval(kRefreshMs);
   QObject::connect(&everySecond_, &QTimer::timeout, &everySecond_, [this] {
-    if (auto* general = qobject_cast<PaneObject*>(panes_->general)) general->refresh();
+    if (PaneObject* pane = paneOfFacts()) pane->refresh();
   });
 }
 
@@ -74,7 +74,7 @@ void SettingsWindow::show(PreferencesTab tab) {
   // Pictures are drawn where nothing lies above anything else, and Qt says so each time.
   if (QGuiApplication::platformName() != QStringLiteral("offscreen")) view_->raise();
   view_->requestActivate();
-  followGeneralPane();
+  followFacts();
 }
 
 void SettingsWindow::showPractice() {
@@ -99,10 +99,9 @@ void SettingsWindow::build() {
   view_->setSource(viewUrl(QStringLiteral("SettingsView")));
   retitle();
   QObject::connect(window_, &PaneObject::stateChanged, view_.get(), [this] { retitle(); });
-  QObject::connect(window_, &WindowObject::tabChanged, view_.get(),
-                   [this] { followGeneralPane(); });
+  QObject::connect(window_, &WindowObject::tabChanged, view_.get(), [this] { followFacts(); });
   QObject::connect(view_.get(), &QWindow::visibleChanged, view_.get(), [this](bool visible) {
-    followGeneralPane();
+    followFacts();
     // The window may still be in the middle of closing.
     if (visible) return;
     QMetaObject::invokeMethod(
@@ -139,15 +138,21 @@ void SettingsWindow::refreshLocalizedLabels() {
   if (panes_) panes_->refresh();
 }
 
-// The pane's facts have no notices of their own: devices, permission, what starts at login.
-void SettingsWindow::followGeneralPane() {
-  const bool seen = view_ && view_->isVisible() && window_->tab() == PreferencesTab::general;
-  if (!seen) {
-    everySecond_.stop();
-  } else if (!everySecond_.isActive()) {
-    if (auto* general = qobject_cast<PaneObject*>(panes_->general)) general->refresh();
-    everySecond_.start();
+// These show facts that have no notices of their own: devices, permission, what starts at login.
+PaneObject* SettingsWindow::paneOfFacts() const {
+  if (!view_ || !view_->isVisible()) return nullptr;
+  if (window_->tab() == PreferencesTab::general) return qobject_cast<PaneObject*>(panes_->general);
+  if (window_->tab() == PreferencesTab::gestures) {
+    return qobject_cast<PaneObject*>(panes_->gestures);
   }
+  return nullptr;
+}
+
+void SettingsWindow::followFacts() {
+  PaneObject* pane = paneOfFacts();
+  if (pane == nullptr) return everySecond_.stop();
+  pane->refresh();
+  everySecond_.start();
 }
 
 bool SettingsWindow::restoreFrame() {

@@ -55,7 +55,8 @@ class SettingsWindow {
   bool restoreFrame();
   void rememberFrame() const;
   void centre();
-  void followGeneralPane();
+  void followFacts();
+  [[nodiscard]] PaneObject* paneOfFacts() const;
 
   ViewContext& context_;
   Effects effects_;

@@ -20,17 +20,21 @@ std::optional<TuningValue> valueOf(int slider) {
   return static_cast<TuningValue>(slider);
 }
 
+// The tracks of the edges lie below the places on the picture of the band that they stand for.
 QVariantMap sliderRow(const TuningSliderView& slider, const std::string& caption) {
-  const std::string words = slider.evidence.empty() ? caption
-                            : caption.empty()       ? slider.evidence
-                                                    : caption + "\n" + slider.evidence;
+  const bool left = slider.value == TuningValue::centerMinX;
+  const bool edge = left || slider.value == TuningValue::centerMaxX;
   return fields({{"id", static_cast<int>(slider.value)},
                  {"title", slider.title},
-                 {"caption", words},
+                 {"caption", caption},
+                 {"evidence", slider.evidence},
                  {"value", slider.number},
                  {"from", slider.lowest},
                  {"to", slider.highest},
                  {"step", slider.step},
+                 {"begins", edge ? slider.lowest : 0.0},
+                 {"ends", edge ? slider.highest : 1.0},
+                 {"fillsAfter", left},
                  {"valueText", slider.text},
                  {"low", slider.lowLabel},
                  {"high", slider.highLabel},
@@ -61,6 +65,15 @@ QVariantMap presetsState(const std::string& title, const std::string& note,
   return fields({{"title", title}, {"note", note}, {"options", options}, {"value", chosen}});
 }
 
+QVariantMap edge(const TuningSliderView& slider) {
+  return fields({{"id", static_cast<int>(slider.value)},
+                 {"title", slider.title},
+                 {"valueText", slider.text},
+                 {"value", slider.number},
+                 {"from", slider.lowest},
+                 {"to", slider.highest}});
+}
+
 QVariantMap picker(const char* id, const std::string& title, std::string_view value,
                    const QVariantList& options) {
   return fields({{"id", id}, {"title", title}, {"value", value}, {"options", options}});
@@ -86,8 +99,8 @@ std::string joined(const std::vector<std::string>& lines, const char* separator)
 TuningObject::TuningObject(TuningEffects effects, QObject* parent)
     : PaneObject(parent),
       effects_(std::move(effects)),
-      pane_(effects_.defaults, effects_.log, effects_.notifications, effects_.touches,
-            effects_.announce, [this] { refresh(); }) {
+      pane_(effects_.defaults, effects_.log, effects_.notifications, effects_.announce,
+            [this] { refresh(); }) {
   refresh();
 }
 
@@ -122,6 +135,8 @@ void TuningObject::refresh() {
                           {"off", view_.centerNote.text},
                           {"width", view_.centerWidthTitle},
                           {"label", view_.centerLabel},
+                          {"left", edge(view_.leftEdge)},
+                          {"right", edge(view_.rightEdge)},
                           {"presets", presetsState(view_.centerWidthTitle, view_.centerPresetsNote,
                                                    view_.centerPresets)},
                           {"from", band.x},
@@ -133,10 +148,6 @@ QVariantMap TuningObject::tapsState(const Texts&) const {
   QVariantList lines;
   for (const std::string& line : {taps.shownCount, taps.summary}) {
     if (!line.empty()) lines.append(qt(line));
-  }
-  if (!taps.reasons.empty()) {
-    lines.append(qt(taps.reasonsTitle + " " + joined(taps.reasons, " · ")));
-    if (!taps.reasonsNote.empty()) lines.append(qt(taps.reasonsNote));
   }
   return fields({{"title", taps.title},
                  {"caption", taps.liveCaption + " " + taps.recentCaption},
@@ -150,6 +161,10 @@ QVariantMap TuningObject::tapsState(const Texts&) const {
                                     {"reset", taps.filters.resetTitle},
                                     {"pickers", pickers()}})},
                  {"lines", lines},
+                 {"reasons", fields({{"title", taps.reasonsTitle},
+                                     {"note", taps.reasonsNote},
+                                     {"options", choices(taps.reasonChoices)},
+                                     {"value", pane_.filter().reason}})},
                  {"empty", taps.empty},
                  {"emptySymbol", taps.emptySymbol},
                  {"more", taps.moreTitle}});
@@ -225,10 +240,15 @@ void TuningObject::resetValue(int slider) {
   refresh();
 }
 
-void TuningObject::dragEdge(const QString& edge, double place) {
-  const TuningValue which =
-      edge == QStringLiteral("left") ? TuningValue::centerMinX : TuningValue::centerMaxX;
-  pane_.moveSlider(which, centerBandEdgeValue(which, place, 1));
+int TuningObject::edgeAt(double place) const {
+  const TuningSnapshot now = pane_.snapshot();
+  return static_cast<int>(centerBandEdgeAt(place, now.centerMinX, now.centerMaxX, 1));
+}
+
+void TuningObject::dragEdge(int slider, double place) {
+  const auto which = valueOf(slider);
+  if (!which) return;
+  pane_.moveSlider(*which, centerBandEdgeValue(*which, place, 1));
   refresh();
 }
 
@@ -250,6 +270,7 @@ void TuningObject::setFilter(const QString& picker, const QString& value) {
   TapActivityFilter filter = pane_.filter();
   if (picker == QStringLiteral("device")) filter.device = value.toStdString();
   if (picker == QStringLiteral("outcome")) filter.outcome = value.toStdString();
+  if (picker == QStringLiteral("reason")) filter.reason = value.toStdString();
   if (picker == QStringLiteral("order")) filter.newestFirst = value == QLatin1String(kNewest);
   pane_.setFilter(std::move(filter));
   refresh();

@@ -13,7 +13,6 @@ struct TuningEffects {
   DefaultsStore& defaults;
   TapActivityLog& log;
   NotificationCenter& notifications;
-  const RetainedTouches& touches;
   std::function<Texts()> texts;
   TuningPane::Announce announce;
   std::function<void()> showGestures;
@@ -44,12 +43,13 @@ class TuningObject : public PaneObject {
   Q_INVOKABLE void move(int slider, double value);
   Q_INVOKABLE void step(int slider, int steps);
   Q_INVOKABLE void resetValue(int slider);
-  /// "left" or "right"; the place as a part of the bar's width.
-  Q_INVOKABLE void dragEdge(const QString& edge, double place);
+  /// The slider of the edge that a press there takes hold of; places are parts of the bar's width.
+  Q_INVOKABLE [[nodiscard]] int edgeAt(double place) const;
+  Q_INVOKABLE void dragEdge(int slider, double place);
   Q_INVOKABLE void openGestures();
   Q_INVOKABLE void turnOnPinch();
   Q_INVOKABLE void setPaused(bool paused);
-  /// The picker "device", "outcome" or "order", and one of its values.
+  /// The picker "device", "outcome", "order" or "reason", and one of its values.
   Q_INVOKABLE void setFilter(const QString& picker, const QString& value);
   Q_INVOKABLE void resetFilters();
   Q_INVOKABLE void clearTaps();

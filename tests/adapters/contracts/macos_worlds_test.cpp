@@ -7,7 +7,11 @@
 #include "adapters/macos/preferences/cf_preferences_storage.hpp"
 #include "adapters/macos/quartz/quartz_event_stream.hpp"
 #include "adapters/macos/quartz/quartz_event_taps.hpp"
+#include "adapters/macos/shell/mac_login_item.hpp"
+#include "adapters/macos/trust/mac_trust.hpp"
+#include "adapters/macos/workspace/mac_applications.hpp"
 #include "adapters/macos/workspace/mac_workspace.hpp"
+#include "applications_contract.hpp"
 #include "event_stream_contract.hpp"
 #include "event_taps_contract.hpp"
 #include "fakes/fake_cocoa.hpp"
@@ -16,9 +20,11 @@
 #include "fakes/fake_runtime.hpp"
 #include "fakes/fake_text_input.hpp"
 #include "keyboard_layout_contract.hpp"
+#include "login_item_contract.hpp"
 #include "main_queue_contract.hpp"
 #include "notices_contract.hpp"
 #include "preferences/preferences_contract.hpp"
+#include "trust_contract.hpp"
 #include "workspace_contract.hpp"
 
 namespace velotap::test {
@@ -71,17 +77,16 @@ std::string line(const FakeEvent& event) {
                   static_cast<unsigned long long>(event.flags.value_or(0)));
     return "key " + std::to_string(*event.key) + (event.down ? " down " : " up ") + flags.data();
   }
-  const std::string where = place(event.location.x, event.location.y);
   const auto kind = event.integers.find(110);
   if (kind == event.integers.end()) {
-    return "mouse " + std::to_string(event.type) + " " + std::to_string(event.button) + where;
+    return "mouse " + std::to_string(event.type) + " " + std::to_string(event.button);
   }
   const bool zoom = kind->second == 8;
   return (zoom ? "magnify " : "rotate ") + std::to_string(event.integers.at(132)) + " " +
-         number(event.reals.at(zoom ? 113 : 114)) + where;
+         number(event.reals.at(zoom ? 113 : 114)) + place(event.location.x, event.location.y);
 }
 
-class MacStreamWorld final : public EventStreamWorld {
+class MacStreamWorld final : public EventObjectsWorld {
  public:
   EventStream& events() override { return events_; }
   void setPointer(std::optional<Point> location) override {
@@ -94,6 +99,13 @@ class MacStreamWorld final : public EventStreamWorld {
   std::vector<std::string> posted() override {
     std::vector<std::string> lines;
     for (const FakePost& post : quartz_.posts) lines.push_back(line(post.event));
+    return lines;
+  }
+  std::vector<std::string> places() override {
+    std::vector<std::string> lines;
+    for (const FakePost& post : quartz_.posts) {
+      lines.push_back(place(post.event.location.x, post.event.location.y));
+    }
     return lines;
   }
 
@@ -207,9 +219,79 @@ class MacPreferencesWorld final : public PreferencesWorld {
   CfPreferencesStorage storage_{cf_.api(), changes_, queue_, {}};
 };
 
+class MacApplicationsWorld final : public ApplicationsWorld {
+ public:
+  Applications& applications() override { return applications_; }
+  void install(const std::string& id, const std::string& name) override {
+    cocoa_.bundles.push_back(
+        {.path = "/Applications/" + name + ".app", .bundleId = id, .displayName = name});
+  }
+  void remove(const std::string& id) override {
+    std::erase_if(cocoa_.bundles, [&](const CocoaBundle& each) { return each.bundleId == id; });
+  }
+  void start(const std::string& id) override {
+    const auto bundle = cocoa_.bundleWithId(id);
+    cocoa_.applications.push_back(
+        {.bundleId = id, .name = bundle->displayName, .bundlePath = bundle->path, .regular = true});
+  }
+
+ private:
+  FakeWorkspace cocoa_;
+  MacApplications applications_{cocoa_};
+};
+
+// The system's own numbers, with its own idea of what is an error.
+class FakeLoginService final : public CocoaLoginService {
+ public:
+  long status() override { return state; }
+  std::optional<Error> registerService() override {
+    if (refused) return Error{3, "Operation not permitted"};
+    if (state == 1) return Error{12, "already registered"};
+    state = 1;
+    return std::nullopt;
+  }
+  std::optional<Error> unregisterService() override {
+    if (state == 0) return Error{6, "job not found"};
+    state = 0;
+    return std::nullopt;
+  }
+  void openLoginItemsSettings() override { ++shown; }
+
+  long state = 0;
+  bool refused = false;
+  int shown = 0;
+};
+
+class MacLoginWorld final : public LoginItemWorld {
+ public:
+  LoginItemService& service() override { return item_; }
+  void switchOffElsewhere() override { system_.state = 2; }
+  void refuse() override { system_.refused = true; }
+  int settingsShown() override { return system_.shown; }
+
+ private:
+  FakeLoginService system_;
+  MacLoginItem item_{system_};
+};
+
+class MacTrustWorld final : public TrustWorld {
+ public:
+  AccessibilityTrust& trust() override { return trust_; }
+  void give(bool given) override { accessibility_.trusted = given; }
+
+ private:
+  FakeCoreFoundation cf_;
+  FakeAccessibility accessibility_{cf_};
+  MacTrust trust_{cf_.api(), accessibility_.api()};
+};
+
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, MainQueueContract, MacQueueWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, EventTapsContract, MacTapsWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, EventStreamContract, MacStreamWorld);
+INSTANTIATE_TYPED_TEST_SUITE_P(Mac, EventObjectsContract, MacStreamWorld);
+INSTANTIATE_TYPED_TEST_SUITE_P(Mac, ApplicationsContract, MacApplicationsWorld);
+INSTANTIATE_TYPED_TEST_SUITE_P(Mac, LoginItemContract, MacLoginWorld);
+INSTANTIATE_TYPED_TEST_SUITE_P(Mac, TrustContract, MacTrustWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, KeyboardLayoutContract, MacLayoutWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, WorkspaceContract, MacWorkspaceWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, NoticesContract, MacNoticesWorld);

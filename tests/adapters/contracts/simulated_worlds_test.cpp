@@ -7,12 +7,14 @@
 #include "adapters/simulated/simulated_keyboard_layout.hpp"
 #include "adapters/simulated/simulated_main_queue.hpp"
 #include "adapters/simulated/simulated_notices.hpp"
+#include "adapters/simulated/simulated_trust.hpp"
 #include "adapters/simulated/simulated_workspace.hpp"
 #include "event_stream_contract.hpp"
 #include "event_taps_contract.hpp"
 #include "keyboard_layout_contract.hpp"
 #include "main_queue_contract.hpp"
 #include "notices_contract.hpp"
+#include "trust_contract.hpp"
 #include "workspace_contract.hpp"
 
 namespace velotap::test {
@@ -58,7 +60,7 @@ std::string hexadecimal(std::uint64_t value) {
 struct Line {
   std::string operator()(const MouseEvent& event) const {
     return "mouse " + std::to_string(static_cast<int>(event.type)) + " " +
-           std::to_string(event.button) + place(event.location.x, event.location.y);
+           std::to_string(event.button);
   }
   std::string operator()(const KeyEvent& event) const {
     return "key " + std::to_string(event.keyCode) + (event.down ? " down " : " up ") +
@@ -71,7 +73,7 @@ struct Line {
   }
 };
 
-class SimulatedStreamWorld final : public EventStreamWorld {
+class SimulatedStreamWorld final : public EventObjectsWorld {
  public:
   EventStream& events() override { return events_; }
   void setPointer(std::optional<Point> location) override { events_.setPointer(location); }
@@ -82,12 +84,18 @@ class SimulatedStreamWorld final : public EventStreamWorld {
     events_.setKeyFailure([](bool) { return true; });
   }
   std::vector<std::string> posted() override { return posted_; }
+  std::vector<std::string> places() override { return places_; }
 
  private:
   SimulatedEventStream events_;
   std::vector<std::string> posted_;
-  Observation posts_ = events_.observePosts(
-      [this](const PostedEvent& event) { posted_.push_back(std::visit(Line(), event)); });
+  std::vector<std::string> places_;
+  Observation posts_ = events_.observePosts([this](const PostedEvent& event) {
+    posted_.push_back(std::visit(Line(), event));
+    if (const auto* mouse = std::get_if<MouseEvent>(&event)) {
+      places_.push_back(place(mouse->location.x, mouse->location.y));
+    }
+  });
 };
 
 class SimulatedLayoutWorld final : public KeyboardLayoutWorld {
@@ -136,9 +144,20 @@ class SimulatedNoticesWorld final : public NoticesWorld {
   SimulatedNotices::Failures failures_;
 };
 
+class SimulatedTrustWorld final : public TrustWorld {
+ public:
+  AccessibilityTrust& trust() override { return trust_; }
+  void give(bool given) override { trust_.setTrusted(given); }
+
+ private:
+  SimulatedTrust trust_;
+};
+
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, MainQueueContract, SimulatedQueueWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, EventTapsContract, SimulatedTapsWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, EventStreamContract, SimulatedStreamWorld);
+INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, EventObjectsContract, SimulatedStreamWorld);
+INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, TrustContract, SimulatedTrustWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, KeyboardLayoutContract, SimulatedLayoutWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, WorkspaceContract, SimulatedWorkspaceWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, NoticesContract, SimulatedNoticesWorld);

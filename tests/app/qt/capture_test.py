@@ -4,6 +4,7 @@
 import json
 import os
 import pathlib
+import struct
 import subprocess
 import sys
 import tempfile
@@ -69,12 +70,73 @@ class CaptureTest(unittest.TestCase):
         manifest = json.loads((folder / "capture.json").read_text(encoding="utf-8"))
         self.assertEqual({image["scene"] for image in manifest["images"]}, {"tuning"})
 
+    def test_the_manifest_tells_language_and_appearance(self):
+        for locale, language, arguments, appearance in (
+                ("de_DE.UTF-8", "de", ["--dark"], "dark"), ("bg_BG.UTF-8", "bg", [], "light"),
+                ("ja_JP.UTF-8", "en", [], "light"), ("C", "en", [], "light")):
+            folder = self.place / (locale + appearance)
+            self.environment["LC_ALL"] = locale
+            done = self.run_program("--listlane-capture", str(folder), "--scenes", "devices",
+                                    *arguments)
+            self.assertEqual(done.returncode, 0, done.stderr)
+            manifest = json.loads((folder / "capture.json").read_text(encoding="utf-8"))
+            self.assertEqual(manifest["language"], language, locale)
+            self.assertEqual(manifest["appearance"], appearance)
+            self.assertTrue(manifest["fictionalData"])
+            self.assertTrue(manifest["version"] and manifest["build"] and manifest["executable"])
+            self.assertEqual({(image["layout"], image["width"]) for image in manifest["images"]},
+                             {("narrow", 480), ("default", 560), ("default-details", 560)})
+
+    def test_the_size_of_a_picture_is_as_the_manifest_says(self):
+        folder = self.place / "pictures"
+        self.assertEqual(self.run_program("--listlane-capture", str(folder), "--scenes",
+                                          "tuning").returncode, 0)
+        manifest = json.loads((folder / "capture.json").read_text(encoding="utf-8"))
+        self.assertIn("bottom", {image["scrollPosition"] for image in manifest["images"]})
+        for image in manifest["images"]:
+            header = (folder / image["path"]).read_bytes()[:24]
+            self.assertEqual(header[1:4], b"PNG")
+            self.assertEqual(struct.unpack(">II", header[16:]), (image["width"], image["height"]))
+
+    @unittest.skipIf(os.getuid() != 0, "whoever runs this is an ordinary user already")
+    def test_an_ordinary_user_sees_the_same(self):
+        pictures = []
+        for name, user in (("root", {}), ("nobody", {"user": 65534, "group": 65534,
+                                                     "extra_groups": []})):
+            # Neither the build nor this test's folder need be open to everybody: the user has the
+            # program by a descriptor and a place of its own.
+            folder = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory()))
+            os.chown(folder, user.get("user", 0), user.get("group", 0))
+            program = os.open(self.program, os.O_RDONLY)
+            self.addCleanup(os.close, program)
+            done = subprocess.run([f"/proc/self/fd/{program}", "--listlane-capture",
+                                   str(folder / "pictures"), "--scenes", "gestures"],
+                                  env=self.environment | {"HOME": "/nonexistent"}, cwd="/",
+                                  capture_output=True, text=True, timeout=60, check=False,
+                                  pass_fds=[program], **user)
+            self.assertEqual(done.returncode, 0, name + done.stderr)
+            pictures.append({path.name: path.read_bytes()
+                             for path in (folder / "pictures").glob("*.png")})
+        self.assertTrue(pictures[0])
+        self.assertEqual(pictures[0], pictures[1])
+
+    def test_a_file_that_cannot_be_written_is_a_failure(self):
+        for name in ("gestures-narrow.png", "capture.json"):
+            folder = self.place / name
+            (folder / name).mkdir(parents=True)
+            done = self.run_program("--listlane-capture", str(folder), "--scenes", "gestures")
+            self.assertEqual(done.returncode, 1, name)
+            self.assertIn("\nSettings capture failed: ", "\n" + done.stderr)
+            self.assertIn(name, done.stderr)
+
     def test_misuse_writes_nothing(self):
         for arguments in (["--listlane-capture"], ["--listlane-capture", "relative"],
                           ["--listlane-capture", str(self.place / "x"), "--scenes", "tunnel"]):
             done = self.run_program(*arguments)
             self.assertEqual(done.returncode, 2, arguments)
-            self.assertTrue(done.stderr)
+            self.assertIn("gestures,tuning,apps,practice,devices" if len(arguments) > 2 else
+                          "--listlane-capture requires an absolute output directory\n",
+                          done.stderr)
         self.assertFalse((self.place / "x").exists())
 
     def test_a_folder_that_cannot_be_made_is_a_failure(self):

@@ -4,94 +4,95 @@
 import sys
 import unittest
 
-import dbus
 import pyatspi
 
-from desktop_session import Program, until
+from desktop_session import until
+from settings_session import BUTTONS, CHOICES, FIELDS, TABS, TOGGLES, SettingsCase
+
+PANES = {"General": "Enable Velotap", "Gestures": "Search gestures", "Tuning": "Max tap duration",
+         "Apps": "Search app rules", "About": "Contact Support…"}
+PRESSED = BUTTONS + TOGGLES + TABS + CHOICES
 
 
-def walk(node):
-    yield node
-    for child in node:
-        if child is not None:
-            yield from walk(child)
-
-
-class SettingsWindowTest(unittest.TestCase):
-    program_path = ""
-    provider = ""
-
-    def setUp(self):
-        status = dbus.SessionBus().get_object("org.a11y.Bus", "/org/a11y/bus")
-        status.Set("org.a11y.Status", "IsEnabled", True,
-                   dbus_interface="org.freedesktop.DBus.Properties")
-        self.program = self.enterContext(Program(
-            self.program_path, self.provider,
-            {"accessibilitySetupPresented": True, "settings.gestureDevice": "mouse"}))
-        self.application = None
-        bus = dbus.SessionBus()
-        self.assertTrue(until(lambda: bus.name_has_owner("app.norwend.velotap")),
-                        "it hears when it is started again")
-        self.assertEqual(self.program.again(), 0)
-        self.assertTrue(until(self.find_application), "the program is on the accessibility bus")
-
-    def find_application(self):
-        for application in pyatspi.Registry.getDesktop(0):
-            if application is not None and application.name in ("velotap", "Velotap",
-                                                                "velotap-desktop"):
-                self.application = application
-                return len(list(application)) > 0
-        return False
-
-    def find(self, roles, name):
-        try:
-            for node in walk(self.application):
-                # What is scrolled out of sight has neither state, and can be pressed all the same.
-                if node.name == name and node.getRoleName() in roles:
-                    return node
-        except Exception:  # the tree changed while it was walked
-            return None
-        return None
-
-    def get(self, roles, name):
-        found = []
-        self.assertTrue(until(lambda: found.append(self.find(roles, name)) or found[-1]),
-                        f"{name} of {roles}")
-        return found[-1]
-
-    def press(self, roles, name):
-        node = self.get(roles, name)
-        actions = node.queryAction()
-        for i in range(actions.nActions):
-            if actions.getName(i) in ("Press", "Toggle"):
-                actions.doAction(i)
-                return node
-        self.fail(f"{name} cannot be pressed")
-
-    def checked(self, roles, name):
-        return self.get(roles, name).getState().contains(pyatspi.STATE_CHECKED)
+class SettingsWindowTest(SettingsCase):
+    def chosen(self, pane):
+        return until(lambda: self.has(TABS, pane, pyatspi.STATE_SELECTED))
 
     def test_switches_gestures_and_undoes(self):
-        toggles = ("check box", "toggle button", "switch")
-        self.press(("page tab",), "Gestures")
-        self.assertFalse(self.checked(toggles, "Click with two fingers"))
-        self.press(toggles, "Click with two fingers")
+        self.press(TABS, "Gestures")
+        self.assertFalse(self.checked(TOGGLES, "Click with two fingers"))
+        self.press(TOGGLES, "Click with two fingers")
         self.assertTrue(until(lambda: self.program.settings().get("mouseClick2") is True))
-        self.assertTrue(self.checked(toggles, "Click with two fingers"))
+        self.assertTrue(self.checked(TOGGLES, "Click with two fingers"))
 
-        self.press(("push button", "button"), "Turn Off All…")
-        self.press(("push button", "button"), "Turn Off")
+        self.press(BUTTONS, "Turn Off All…")
+        self.press(BUTTONS, "Cancel")
+        self.assertTrue(self.gone(BUTTONS, "Cancel"))
+        self.assertIs(self.program.settings().get("mouseClick2"), True)
+        self.press(BUTTONS, "Turn Off All…")
+        self.press(BUTTONS, "Turn Off")
         self.assertTrue(until(lambda: self.program.settings().get("mouseClick2") is False))
-        self.press(("push button", "button"), "Undo")
+        self.press(BUTTONS, "Undo")
         self.assertTrue(until(lambda: self.program.settings().get("mouseClick2") is True))
+        self.assertTrue(self.gone(BUTTONS, "Undo"))
 
-    def test_every_pane_opens(self):
-        for pane, something in (("Gestures", "Search gestures"), ("Tuning", "Max tap duration"),
-                                ("Apps", "Search app rules"), ("About", "Contact Support…"),
-                                ("General", "Enable Velotap")):
-            self.press(("page tab",), pane)
-            self.get(("text", "entry", "slider", "push button", "button", "check box", "switch",
-                      "toggle button"), something)
+    def test_filters_and_shows_all_again(self):
+        self.press(TABS, "Gestures")
+        self.press(BUTTONS, "Restore Defaults")
+        self.press(BUTTONS, "Filter")
+        self.assertTrue(until(lambda: self.checked(BUTTONS, "Filter")), "it is open")
+        self.press(CHOICES, "More gestures")
+        self.assertTrue(until(lambda: self.checked(CHOICES, "More gestures")))
+        self.assertTrue(self.gone(TOGGLES, "Click with two fingers"))
+        self.get(TOGGLES, "Pinch to zoom")
+        self.press(TOGGLES, "Only gestures you changed")
+        self.get(BUTTONS, "Filter (2 active)")
+        self.press(BUTTONS, "Show All Gestures")
+        self.get(TOGGLES, "Click with two fingers")
+        self.get(BUTTONS, "Filter")
+
+    def test_explains_one_gesture_at_a_time(self):
+        self.press(TABS, "Gestures")
+        self.press(BUTTONS, "Explain Click with two fingers")
+        self.get(BUTTONS, "Hide Explanation")
+        self.press(BUTTONS, "Explain Pinch to zoom")
+        self.get(BUTTONS, "Explain Click with two fingers")
+        self.press(BUTTONS, "Hide Explanation")
+        self.get(BUTTONS, "Explain Pinch to zoom")
+
+    def test_a_device_card_leads_to_its_gestures(self):
+        self.press(BUTTONS, "Trackpad")
+        self.assertTrue(self.chosen("Gestures"))
+        self.get(TOGGLES, "Tap with four fingers")
+        self.assertTrue(until(
+            lambda: self.program.settings().get("settings.gestureDevice") == "trackpad"))
+
+    def test_hiding_the_icon_is_asked_first(self):
+        self.press(TOGGLES, "Hide menu bar icon")
+        self.get(("dialog",), "Hide the menu bar icon?")
+        self.assertFalse(self.checked(TOGGLES, "Hide menu bar icon"))
+        self.press(BUTTONS, "Hide Icon")
+        self.assertTrue(until(lambda: self.program.settings().get("hideStatusBarIcon") is True))
+        self.assertTrue(until(lambda: self.checked(TOGGLES, "Hide menu bar icon")))
+        self.press(TOGGLES, "Hide menu bar icon")
+        self.assertTrue(until(lambda: self.program.settings().get("hideStatusBarIcon") is False))
+
+    def test_every_pane_opens_and_every_control_has_a_name(self):
+        for pane, something in list(PANES.items())[1:] + list(PANES.items())[:1]:
+            self.press(TABS, pane)
+            self.assertTrue(self.chosen(pane))
+            self.get(FIELDS + PRESSED + ("slider",), something)
+            for node in self.nodes():
+                role = node.getRoleName()
+                if role in PRESSED + FIELDS + ("slider",):
+                    self.assertTrue(node.name, f"a {role} of {pane} in {node.parent.name}")
+                if role in PRESSED:
+                    actions = node.queryAction()
+                    self.assertTrue({actions.getName(i) for i in range(actions.nActions)}
+                                    & {"Press", "Toggle"}, f"{node.name} of {pane}")
+                if role == "slider":
+                    value = node.queryValue()
+                    self.assertLess(value.minimumValue, value.maximumValue, node.name)
 
 
 if __name__ == "__main__":

@@ -45,6 +45,23 @@ TEST_F(RowModelTest, ReportsOnlyWhatChanged) {
   EXPECT_EQ(sync({row("y")}), "-2-1-0+0#");
 }
 
+// A view that renumbers its rows with each of many changes is slower than one that starts afresh.
+TEST_F(RowModelTest, ManyChangesAtOnceAreANewList) {
+  int resets = 0;
+  QObject::connect(&model, &QAbstractItemModel::modelReset, &model, [&resets] { ++resets; });
+  QList<QVariantMap> rows;
+  for (int i = 0; i < 16; ++i) rows.append(row(QString::number(i)));
+  EXPECT_EQ(sync(rows).find('-'), std::string::npos);
+  EXPECT_EQ(resets, 0) << "so few come one by one";
+  for (int i = 16; i < 33; ++i) rows.append(row(QString::number(i)));
+  EXPECT_EQ(sync(rows), "#");
+  EXPECT_EQ(resets, 1);
+  rows.removeFirst();
+  EXPECT_EQ(sync(rows), "-0#");
+  EXPECT_EQ(sync({row("31"), row("x")}), "#");
+  EXPECT_EQ(resets, 2);
+}
+
 TEST_F(RowModelTest, GivesRowsToQml) {
   model.sync({row("a", 7)});
   const int role = model.roleNames().key("row");

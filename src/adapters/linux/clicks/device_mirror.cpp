@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cmath>
 #include <csignal>
 #include <utility>
 
@@ -106,11 +107,12 @@ bool DeviceMirror::turn() {
   return true;
 }
 
-void DeviceMirror::enter(GrabState state, int error) {
+void DeviceMirror::enter(const Status& status) {
   stateSince_ = links_.clock.uptime();
   {
     const std::lock_guard guard(lock_);
-    status_ = {.state = state, .error = error};
+    // The same refusal once more is nothing to wake the main thread for.
+    if (std::exchange(status_, status) == status) return;
   }
   links_.queue.async([weak = weak_from_this()] {
     if (const auto self = weak.lock()) self->links_.changed(*self);
@@ -120,32 +122,52 @@ void DeviceMirror::enter(GrabState state, int error) {
 void DeviceMirror::stepResting(GrabState state) {
   if (!wanted()) losses_ = 0;
   if (wanted() && (state == GrabState::resting || retry_)) {
+    if (retry_) retries_ = 0;
     begin();
   } else if (!wanted() && state == GrabState::refused) {
-    enter(GrabState::resting);
+    enter({.state = GrabState::resting});
+  } else if (const auto left = untilRetry(); left && *left <= 0) {
+    ++retries_;
+    begin();
   } else {
-    hardware_->waitToBeAsked();
+    hardware_->waitToBeAsked(left);
   }
 }
 
+std::optional<double> DeviceMirror::untilRetry() const {
+  const Status now = status();
+  const bool held = now.trouble == GrabTrouble::device && now.error == EBUSY;
+  if (!wanted() || !held || retries_ >= kMostRetries) return std::nullopt;
+  return std::max(0.0, stateSince_ + std::ldexp(kFirstPause, retries_) - links_.clock.uptime());
+}
+
 void DeviceMirror::begin() {
+  const auto refuse = [this](GrabTrouble trouble, int error) {
+    hardware_->close();
+    enter({.state = GrabState::refused, .trouble = trouble, .error = error});
+  };
   retry_ = false;
   if (const int error = hardware_->open(); error != 0) {
-    enter(GrabState::refused, error);
+    refuse(GrabTrouble::device, error);
+    return;
+  }
+  // Asked first, lest a mirror appear on the desktop only to vanish again.
+  const int obstacle = isIdle(hardware_->state()) ? hardware_->obstacle() : 0;
+  if (obstacle != 0 && obstacle != ENODEV) {
+    refuse(GrabTrouble::device, obstacle);
     return;
   }
   mirrorLost_ = false;
   if (const int error = hardware_->makeMirror(); error != 0) {
-    hardware_->close();
-    enter(GrabState::refused, error);
+    refuse(GrabTrouble::mirror, error);
     return;
   }
-  enter(GrabState::appearing);
+  enter({.state = GrabState::appearing});
 }
 
 void DeviceMirror::stepAppearing(GrabState state) {
   if (!wanted()) {
-    abandonMirror(GrabState::resting);
+    abandonMirror({.state = GrabState::resting});
     return;
   }
   const bool appearing = state == GrabState::appearing;
@@ -153,27 +175,28 @@ void DeviceMirror::stepAppearing(GrabState state) {
   const double left = limit - (links_.clock.uptime() - stateSince_);
   const auto next = appearing ? GrabState::settling : GrabState::waiting;
   if (left <= 0) {
-    enter(next);
+    enter({.state = next});
     return;
   }
   switch (hardware_->waitForMirror(left)) {
     case MirrorHardware::Wake::events:
-      if (appearing) enter(next);
+      if (appearing) enter({.state = next});
       break;
     case MirrorHardware::Wake::timeUp:
-      enter(next);
+      enter({.state = next});
       break;
     case MirrorHardware::Wake::gone:
       vanish();
       break;
     case MirrorHardware::Wake::asked:
+    case MirrorHardware::Wake::unguarded:
       break;
   }
 }
 
 void DeviceMirror::stepWaiting() {
   if (!wanted()) {
-    abandonMirror(GrabState::resting);
+    abandonMirror({.state = GrabState::resting});
     return;
   }
   discardWaiting();
@@ -185,39 +208,49 @@ void DeviceMirror::stepWaiting() {
 }
 
 void DeviceMirror::tryToGrab() {
+  // The guard first, so that no moment of the grab is without one.
+  if (const int error = hardware_->guard(); error != 0) {
+    abandonMirror({.state = GrabState::refused, .trouble = GrabTrouble::guard, .error = error});
+    return;
+  }
   if (const int error = hardware_->grab(); error == ENODEV) {
     vanish();
     return;
   } else if (error != 0) {
-    abandonMirror(GrabState::refused, error);
+    hardware_->unguard();
+    abandonMirror({.state = GrabState::refused, .trouble = GrabTrouble::device, .error = error});
     return;
   }
   // What went down just before belongs to the desktop, which would never hear of its release.
   if (!isIdle(hardware_->state())) {
     hardware_->ungrab();
+    hardware_->unguard();
     return;
   }
   catchUp();
-  hardware_->guard();
-  enter(GrabState::grabbed);
+  retries_ = 0;
+  enter({.state = GrabState::grabbed});
 }
 
 void DeviceMirror::stepGrabbed(GrabState state) {
   if (want_ == Want::noAtOnce) {
-    giveBack(GrabState::resting);
+    giveBack({.state = GrabState::resting});
     return;
   }
   if (!wanted() && nothingDown() && isIdle(hardware_->state())) {
-    giveBack(GrabState::resting);
+    giveBack({.state = GrabState::resting});
     return;
   }
   if (wanted() != (state == GrabState::grabbed)) {
-    enter(wanted() ? GrabState::grabbed : GrabState::leaving);
+    enter({.state = wanted() ? GrabState::grabbed : GrabState::leaving});
   }
   stream_.setWheelLimit(wheelLimit_);
   switch (hardware_->wait(untilOverdue())) {
     case MirrorHardware::Wake::gone:
       vanish();
+      return;
+    case MirrorHardware::Wake::unguarded:
+      lose(GrabTrouble::guard);
       return;
     case MirrorHardware::Wake::events:
       serveEvents();
@@ -227,32 +260,39 @@ void DeviceMirror::stepGrabbed(GrabState state) {
       break;
   }
   passOverdue();
-  if (mirrorLost_) recover();
+  if (mirrorLost_) lose(GrabTrouble::mirror);
 }
 
-void DeviceMirror::recover() {
-  giveBack(GrabState::resting);
-  // One that is lost again and again had better stay away.
-  if (++losses_ > kMostLosses) enter(GrabState::refused, EIO);
+void DeviceMirror::lose(GrabTrouble trouble) {
+  if (links_.clock.uptime() - stateSince_ >= kHeldWell) losses_ = 0;
+  // What is lost again and again had better stay away.
+  if (++losses_ > kMostLosses) {
+    giveBack({.state = GrabState::refused, .trouble = trouble, .error = EIO});
+    return;
+  }
+  giveBack({.state = GrabState::resting});
+  links_.queue.async([weak = weak_from_this(), trouble] {
+    if (const auto self = weak.lock()) self->links_.lost(*self, trouble);
+  });
 }
 
-void DeviceMirror::giveBack(GrabState after, int error) {
+void DeviceMirror::giveBack(const Status& after) {
   releaseEverything();
   hardware_->unguard();
   hardware_->ungrab();
-  abandonMirror(after, error);
+  abandonMirror(after);
 }
 
-void DeviceMirror::abandonMirror(GrabState after, int error) {
+void DeviceMirror::abandonMirror(const Status& after) {
   hardware_->removeMirror();
   hardware_->close();
-  enter(after, error);
+  enter(after);
 }
 
 void DeviceMirror::vanish() {
   releaseEverything();
   hardware_->unguard();
-  abandonMirror(GrabState::gone);
+  abandonMirror({.state = GrabState::gone});
 }
 
 void DeviceMirror::discardWaiting() {
@@ -272,7 +312,7 @@ void DeviceMirror::serveEvents() {
   const std::size_t count = hardware_->read(events);
   Sink sink(*this);
   stream_.handle({events.data(), count}, sink);
-  if (count > 0) hardware_->feed({events.data(), count});
+  if (stream_.toldOfContacts()) hardware_->feed({events.data(), count});
   hardware_->served();
 }
 

@@ -21,6 +21,7 @@
 #include <thread>
 
 #include "adapters/linux/clicks/button_router.hpp"
+#include "adapters/linux/clicks/grab_trouble.hpp"
 #include "adapters/linux/clicks/mirror_hardware.hpp"
 #include "adapters/linux/clicks/mirror_stream.hpp"
 #include "adapters/linux/clicks/tap_chain.hpp"
@@ -37,7 +38,7 @@ enum class GrabState : std::uint8_t {
   waiting,    ///< something is down on the device
   grabbed,
   leaving,  ///< to be given back as soon as nothing is down
-  refused,  ///< it could not be had; left alone until it is wanted anew
+  refused,  ///< it could not be had; left alone until it is wanted anew, or a pause is over
   gone,     ///< unplugged; this is the end
 };
 
@@ -51,7 +52,9 @@ class DeviceMirror : public std::enable_shared_from_this<DeviceMirror> {
   };
   struct Status {
     GrabState state = GrabState::resting;
-    int error = 0;  ///< why it was refused, as the system's error number
+    GrabTrouble trouble = GrabTrouble::none;  ///< why it was refused
+    int error = 0;                            ///< the same, as the system's error number
+    friend bool operator==(const Status&, const Status&) = default;
   };
   struct Links {
     TapChain& taps;
@@ -61,12 +64,20 @@ class DeviceMirror : public std::enable_shared_from_this<DeviceMirror> {
     std::function<void(bool down)> middle;
     /// Main thread: the status is another one.
     std::function<void(const DeviceMirror&)> changed;
+    /// Main thread: a device that was held has been given back, to be taken over anew.
+    std::function<void(const DeviceMirror&, GrabTrouble)> lost;
   };
 
   static constexpr double kAnswerWithin = 0.25;
   static constexpr double kMirrorKnownWithin = 3.0;
   static constexpr double kSettle = 0.2;
-  static constexpr int kMostLosses = 3;  ///< mirrors lost before the device is left alone
+  static constexpr int kMostLosses = 3;    ///< one upon the other, before it is left alone
+  static constexpr double kHeldWell = 60;  ///< after so long a loss has nothing to do with the last
+  /// A device that another program holds is tried again after this pause, then after twice as long,
+  /// and so on. Nothing tells when that program lets go; but one that goes on must not be disturbed
+  /// for ever, nor a resting computer be woken.
+  static constexpr double kFirstPause = 1.0;
+  static constexpr int kMostRetries = 7;
 
   DeviceMirror(std::unique_ptr<MirrorHardware> hardware, Links links);
   ~DeviceMirror();
@@ -105,10 +116,11 @@ class DeviceMirror : public std::enable_shared_from_this<DeviceMirror> {
   void stepGrabbed(GrabState state);
   void begin();
   void tryToGrab();
-  void giveBack(GrabState after, int error = 0);
-  void abandonMirror(GrabState after, int error = 0);
+  void giveBack(const Status& after);
+  void abandonMirror(const Status& after);
   void vanish();
-  void recover();
+  void lose(GrabTrouble trouble);
+  [[nodiscard]] std::optional<double> untilRetry() const;
   void discardWaiting();
   [[nodiscard]] bool isIdle(const NodeState& state) const;
   void serveEvents();
@@ -126,7 +138,7 @@ class DeviceMirror : public std::enable_shared_from_this<DeviceMirror> {
   [[nodiscard]] bool nothingDown();
   [[nodiscard]] std::optional<double> untilOverdue();
   [[nodiscard]] bool wanted() const { return want_ == Want::yes; }
-  void enter(GrabState state, int error = 0);
+  void enter(const Status& status);
 
   std::unique_ptr<MirrorHardware> hardware_;
   Links links_;
@@ -143,6 +155,7 @@ class DeviceMirror : public std::enable_shared_from_this<DeviceMirror> {
   MirrorStream stream_;
   double stateSince_ = 0;
   int losses_ = 0;
+  int retries_ = 0;
 
   mutable std::mutex lock_;
   Status status_;

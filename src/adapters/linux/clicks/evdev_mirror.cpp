@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <libudev.h>
 #include <poll.h>
+#include <sys/epoll.h>
 #include <sys/eventfd.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
@@ -34,6 +35,10 @@ struct Unref {
 constexpr std::size_t kMostSlots = 64;
 using SlotValues = std::array<std::int32_t, kMostSlots>;
 
+int milliseconds(std::optional<double> seconds) {
+  return seconds ? static_cast<int>(std::ceil(*seconds * 1e3)) : -1;
+}
+
 input_event made(std::uint16_t type, std::size_t code, std::int32_t value) {
   input_event event{};
   event.type = type;
@@ -50,7 +55,9 @@ class EvdevMirror final : public MirrorHardware {
         description_(std::move(description)),
         feed_(feeder),
         pointerDescriptor_(std::move(pointerDescriptor)),
-        ask_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+        ask_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
+        awaited_(::epoll_create1(EPOLL_CLOEXEC)) {
+    await(ask_.get(), EPOLLIN);
     struct stat status {};
     if (::stat(path_.c_str(), &status) == 0) number_ = status.st_rdev;
     if (const auto& slot = description_.absoluteAxes[ABS_MT_SLOT]) {
@@ -62,9 +69,9 @@ class EvdevMirror final : public MirrorHardware {
   [[nodiscard]] const EvdevDevice& description() const override { return description_; }
 
   void ask() override { ::eventfd_write(ask_.get(), 1); }
-  void waitToBeAsked() override {
+  void waitToBeAsked(std::optional<double> seconds) override {
     pollfd asked = {.fd = ask_.get(), .events = POLLIN, .revents = 0};
-    ::poll(&asked, 1, -1);
+    ::poll(&asked, 1, milliseconds(seconds));
     takeAsked();
   }
 
@@ -73,13 +80,15 @@ class EvdevMirror final : public MirrorHardware {
     if (!node_.ok()) return errno;
     int clock = CLOCK_MONOTONIC;
     ::ioctl(node_.get(), EVIOCSCLOCKID, &clock);
+    await(node_.get(), EPOLLIN);
     return 0;
   }
-  void close() override { node_.reset(); }
-
-  [[nodiscard]] Wake wait(std::optional<double> seconds) override {
-    return waitFor(node_.get(), seconds);
+  void close() override {
+    awaitNoLonger(node_.get());
+    node_.reset();
   }
+
+  [[nodiscard]] Wake wait(std::optional<double> seconds) override;
   [[nodiscard]] std::size_t read(std::span<input_event> events) override {
     while (true) {
       const ssize_t n = ::read(node_.get(), events.data(), events.size_bytes());
@@ -88,6 +97,11 @@ class EvdevMirror final : public MirrorHardware {
     }
   }
   [[nodiscard]] NodeState state() override;
+  [[nodiscard]] int obstacle() override {
+    const int error = grab();
+    if (error == 0) ungrab();
+    return error;
+  }
   [[nodiscard]] int grab() override { return ::ioctl(node_.get(), EVIOCGRAB, 1) == 0 ? 0 : errno; }
   void ungrab() override { ::ioctl(node_.get(), EVIOCGRAB, nullptr); }
 
@@ -100,11 +114,17 @@ class EvdevMirror final : public MirrorHardware {
   }
   bool copyState() override;
 
-  void guard() override {
-    guardian_.start(
+  [[nodiscard]] int guard() override {
+    const int error = guardian_.start(
         {.node = node_.get(), .mirror = mirror_.descriptor(), .pointer = pointerDescriptor_()});
+    // Of the guard nothing is awaited but its end, which is told unasked.
+    if (error == 0) await(guardian_.lifeline(), 0);
+    return error;
   }
-  void unguard() override { guardian_.stop(); }
+  void unguard() override {
+    awaitNoLonger(guardian_.lifeline());
+    guardian_.stop();
+  }
   void served() noexcept override { guardian_.served(); }
   void feed(std::span<const input_event> events) override {
     feed_(number_, events.data(), events.size());
@@ -115,7 +135,16 @@ class EvdevMirror final : public MirrorHardware {
     eventfd_t count = 0;
     ::eventfd_read(ask_.get(), &count);
   }
-  [[nodiscard]] Wake waitFor(int fd, std::optional<double> seconds);
+  void await(int fd, std::uint32_t events) {
+    epoll_event wanted{};
+    wanted.events = events;
+    wanted.data.fd = fd;
+    ::epoll_ctl(awaited_.get(), EPOLL_CTL_ADD, fd, &wanted);
+  }
+  // Said in as many words: closing does not do it while the guard has the same file open.
+  void awaitNoLonger(int fd) {
+    if (fd >= 0) ::epoll_ctl(awaited_.get(), EPOLL_CTL_DEL, fd, nullptr);
+  }
   [[nodiscard]] bool announced();
   [[nodiscard]] std::vector<std::uint16_t> keysDown() const;
   [[nodiscard]] bool fetch(std::size_t axis, SlotValues& values) const;
@@ -128,6 +157,7 @@ class EvdevMirror final : public MirrorHardware {
   std::uint64_t number_ = 0;
   std::size_t slots_ = 0;
   Descriptor ask_;
+  Descriptor awaited_;  // an epoll: cheaper than naming the same few files for each frame anew
   Descriptor node_;
   UinputMirror mirror_;
   std::unique_ptr<udev, Unref> udev_;
@@ -136,15 +166,22 @@ class EvdevMirror final : public MirrorHardware {
   Guardian guardian_;
 };
 
-MirrorHardware::Wake EvdevMirror::waitFor(int fd, std::optional<double> seconds) {
-  std::array<pollfd, 2> both = {{{.fd = ask_.get(), .events = POLLIN, .revents = 0},
-                                 {.fd = fd, .events = POLLIN, .revents = 0}}};
-  const int timeout = seconds ? static_cast<int>(std::ceil(*seconds * 1e3)) : -1;
-  const int ready = ::poll(both.data(), both.size(), timeout);
-  if (ready == 0) return Wake::timeUp;
-  if ((both[1].revents & (POLLERR | POLLHUP | POLLNVAL)) != 0) return Wake::gone;
+MirrorHardware::Wake EvdevMirror::wait(std::optional<double> seconds) {
+  constexpr std::uint32_t kOver = EPOLLERR | EPOLLHUP;
+  std::array<epoll_event, 3> ready{};
+  const int count = ::epoll_wait(awaited_.get(), ready.data(), ready.size(), milliseconds(seconds));
+  if (count == 0) return Wake::timeUp;
+  std::uint32_t node = 0;
+  bool unguarded = false;
+  for (int i = 0; i < count; ++i) {
+    const epoll_event& event = ready[static_cast<std::size_t>(i)];
+    if (event.data.fd == node_.get()) node = event.events;
+    if (event.data.fd == guardian_.lifeline()) unguarded = true;
+  }
+  if ((node & kOver) != 0) return Wake::gone;
+  if (unguarded) return Wake::unguarded;
   // Events first: they come of themselves, and a request stays until it is taken.
-  if ((both[1].revents & POLLIN) != 0) return Wake::events;
+  if ((node & EPOLLIN) != 0) return Wake::events;
   takeAsked();
   return Wake::asked;
 }
@@ -222,9 +259,13 @@ bool EvdevMirror::announced() {
 }
 
 MirrorHardware::Wake EvdevMirror::waitForMirror(double seconds) {
-  const Wake wake = waitFor(monitor_ ? udev_monitor_get_fd(monitor_.get()) : -1, seconds);
-  if (wake != Wake::events) return wake;
-  return announced() ? Wake::events : Wake::asked;
+  const int monitor = monitor_ ? udev_monitor_get_fd(monitor_.get()) : -1;
+  std::array<pollfd, 2> both = {{{.fd = ask_.get(), .events = POLLIN, .revents = 0},
+                                 {.fd = monitor, .events = POLLIN, .revents = 0}}};
+  if (::poll(both.data(), both.size(), milliseconds(seconds)) == 0) return Wake::timeUp;
+  if (both[1].revents != 0 && announced()) return Wake::events;
+  if (both[0].revents != 0) takeAsked();
+  return Wake::asked;
 }
 
 // The kernel passes on only what changes, in the mirror as in the device, so both must begin with

@@ -6,6 +6,8 @@
 // releases the buttons, gives the device back and removes the mirror. It ends with this process, at
 // once, whose open files it would otherwise keep alive.
 //
+// The child is a fork of a process with several threads. Its code is apart, in `guardProcess`.
+//
 // One thread, but for `served`.
 #pragma once
 
@@ -14,27 +16,26 @@
 #include <atomic>
 #include <cstdint>
 
+#include "adapters/linux/clicks/guard_process.hpp"
 #include "adapters/linux/runtime/descriptor.hpp"
 
 namespace velotap {
 
 class Guardian {
  public:
-  /// Open files, all of them this process's own.
-  struct Watched {
-    int node = -1;     ///< grabbed
-    int mirror = -1;   ///< of uinput
-    int pointer = -1;  ///< of uinput: its middle button may be down; -1 for none
-  };
+  using Watched = WatchedFiles;
 
   Guardian();
   ~Guardian();
   Guardian(const Guardian&) = delete;
   Guardian& operator=(const Guardian&) = delete;
 
-  /// False when there can be none; the grab is then unguarded.
-  bool start(const Watched& watched);
+  /// The system's error number when there can be none, or 0.
+  [[nodiscard]] int start(const Watched& watched);
   void stop();
+  /// A descriptor that reports an error as soon as the child has ended, whatever ended it; -1 while
+  /// none was started.
+  [[nodiscard]] int lifeline() const noexcept { return lifeline_.get(); }
   void served() noexcept {
     if (served_ != nullptr) served_->fetch_add(1, std::memory_order_relaxed);
   }

@@ -3,8 +3,6 @@
 #include <linux/input-event-codes.h>
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
 #include <utility>
 
 namespace velotap {
@@ -15,12 +13,17 @@ namespace {
 constexpr int kGestureFingers = 2;
 constexpr int kClickFingers = 3;
 
-std::string refusal(const DeviceMirror& mirror, int error) {
-  const std::string device = mirror.description().name + " (" + mirror.path() + ")";
-  if (error == EBUSY) {
-    return "another program holds " + device + ": its clicks are left as they are (EBUSY)";
-  }
-  return "cannot take over the clicks of " + device + ": " + std::strerror(error);
+bool held(GrabState state) {
+  return state == GrabState::grabbed || state == GrabState::leaving;
+}
+
+std::string nameOf(const DeviceMirror& mirror) {
+  return mirror.description().name + " (" + mirror.path() + ")";
+}
+
+std::string troubleOf(const DeviceMirror& mirror, const DeviceMirror::Status& status) {
+  if (status.state != GrabState::refused) return {};
+  return refusalText(status.trouble, status.error, nameOf(mirror));
 }
 
 }  // namespace
@@ -49,8 +52,7 @@ void LinuxEventTaps::setNeeds(const TapNeeds& needs) {
 }
 
 void LinuxEventTaps::setSessionActive(bool active) {
-  sessionActive_ = active;
-  reconcileSoon();
+  if (std::exchange(sessionActive_, active) != active) reconcileSoon();
 }
 
 void LinuxEventTaps::reconsider() {
@@ -69,12 +71,7 @@ void LinuxEventTaps::reconcileSoon() {
 
 void LinuxEventTaps::reconcile() {
   const std::vector<std::string> present = links_.surfaces();
-  std::erase_if(devices_, [&present](const auto& entry) {
-    const bool here = std::find(present.begin(), present.end(), entry.first) != present.end();
-    const auto& mirror = entry.second.mirror;
-    // A node's name may have gone to another device since.
-    return !here || (mirror && mirror->status().state == GrabState::gone);
-  });
+  forget(present);
   for (const std::string& path : present) {
     if (chain_.active() && !devices_.contains(path)) addDevice(path);
   }
@@ -88,6 +85,22 @@ void LinuxEventTaps::reconcile() {
   }
 }
 
+void LinuxEventTaps::forget(const std::vector<std::string>& present) {
+  for (auto entry = devices_.begin(); entry != devices_.end();) {
+    const auto& [path, device] = *entry;
+    const bool here = std::find(present.begin(), present.end(), path) != present.end();
+    // A node's name may have gone to another device since.
+    if (here && !(device.mirror && device.mirror->status().state == GrabState::gone)) {
+      ++entry;
+      continue;
+    }
+    const std::string note = held(device.told) ? path + " given back" : std::string();
+    entry = devices_.erase(entry);
+    if (!note.empty()) links_.note(note);
+    statusChanges_.notify();
+  }
+}
+
 void LinuxEventTaps::addDevice(const std::string& path) {
   Device& device = devices_[path];
   if (auto hardware = links_.hardware(path)) {
@@ -97,8 +110,11 @@ void LinuxEventTaps::addDevice(const std::string& path) {
                             .queue = links_.queue,
                             .clock = links_.clock,
                             .middle = links_.middle,
-                            .changed = [this](const DeviceMirror& m) { mirrorChanged(m); }});
+                            .changed = [this](const DeviceMirror& m) { mirrorChanged(m); },
+                            .lost = [this](const DeviceMirror& m,
+                                           GrabTrouble trouble) { mirrorLost(m, trouble); }});
     device.mirror->start();
+    statusChanges_.notify();
   }
   device.observer = links_.observer(
       path, [this, numbers = std::map<std::uint16_t, std::int64_t>()](
@@ -127,12 +143,13 @@ void LinuxEventTaps::mirrorChanged(const DeviceMirror& mirror) {
   if (device == devices_.end() || device->second.mirror.get() != &mirror) return;
   Device& known = device->second;
   const DeviceMirror::Status status = mirror.status();
-  if (status.state == known.told) return;
-  const bool had = known.told == GrabState::grabbed || known.told == GrabState::leaving;
+  statusChanges_.notify();
+  if (status.state == known.told && status.state != GrabState::refused) return;
+  const bool had = held(known.told);
   known.told = status.state;
   switch (status.state) {
     case GrabState::grabbed:
-      known.refusalTold = false;
+      known.refusal.clear();
       links_.note(mirror.path() + " taken over");
       break;
     case GrabState::leaving:
@@ -140,7 +157,10 @@ void LinuxEventTaps::mirrorChanged(const DeviceMirror& mirror) {
       break;
     case GrabState::refused:
       // Asked for again and again it stays the same refusal.
-      if (!std::exchange(known.refusalTold, true)) links_.tell(refusal(mirror, status.error));
+      if (const std::string why = troubleOf(mirror, status); known.refusal != why) {
+        known.refusal = why;
+        links_.tell(why);
+      }
       break;
     case GrabState::resting:
     case GrabState::gone:
@@ -154,13 +174,19 @@ void LinuxEventTaps::mirrorChanged(const DeviceMirror& mirror) {
   }
 }
 
+void LinuxEventTaps::mirrorLost(const DeviceMirror& mirror, GrabTrouble trouble) {
+  links_.tell(lossText(trouble, nameOf(mirror)));
+}
+
 std::vector<LinuxEventTaps::DeviceStatus> LinuxEventTaps::status() const {
   std::vector<DeviceStatus> list;
   for (const auto& [path, device] : devices_) {
     if (!device.mirror) continue;
+    const DeviceMirror::Status status = device.mirror->status();
     list.push_back({.path = path,
                     .name = device.mirror->description().name,
-                    .status = device.mirror->status()});
+                    .status = status,
+                    .trouble = troubleOf(*device.mirror, status)});
   }
   return list;
 }

@@ -5,8 +5,9 @@
 // and the session is the active one; with nothing wanted nothing is grabbed. The clicks of all
 // other surfaces are watched read-only, so that the HID taps see them.
 //
-// Destroying it gives everything back. A device that cannot be had (another program holds it) is
-// reported once and left alone until devices or settings change.
+// Destroying it gives everything back. A device that cannot be had is reported once and left alone
+// until devices, settings or the session change or the taps are installed anew, as they are after a
+// sleep. Where another program holds it, it is also tried again a few times, after growing pauses.
 #pragma once
 
 #include <cstdint>
@@ -14,11 +15,13 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "adapters/linux/clicks/click_observer.hpp"
 #include "adapters/linux/clicks/device_mirror.hpp"
 #include "adapters/linux/clicks/tap_chain.hpp"
+#include "base/observer_list.hpp"
 #include "platform/event_taps.hpp"
 
 namespace velotap {
@@ -63,23 +66,29 @@ class LinuxEventTaps final : public EventTaps {
     std::string path;
     std::string name;
     DeviceMirror::Status status;
+    std::string trouble;  ///< a sentence for people while it is refused
   };
-  /// Every device that is or was to be taken over.
+  /// Every device that may be taken over.
   [[nodiscard]] std::vector<DeviceStatus> status() const;
+  [[nodiscard]] Observation observeStatus(std::function<void()> changed) {
+    return statusChanges_.add(std::move(changed));
+  }
 
  private:
   struct Device {
     std::shared_ptr<DeviceMirror> mirror;  // null when it may not be mirrored
     std::unique_ptr<ClickObserver> observer;
     GrabState told = GrabState::resting;
-    bool refusalTold = false;
+    std::string refusal;  // the last one that was told
   };
 
   void reconcileSoon();
   void reconcile();
+  void forget(const std::vector<std::string>& present);
   void addDevice(const std::string& path);
   [[nodiscard]] DeviceMirror::Want wantOf(const EvdevDevice& device) const;
   void mirrorChanged(const DeviceMirror& mirror);
+  void mirrorLost(const DeviceMirror& mirror, GrabTrouble trouble);
   void observed(std::map<std::uint16_t, std::int64_t>& numbers, std::uint16_t button, bool down);
 
   Links links_;
@@ -88,6 +97,7 @@ class LinuxEventTaps final : public EventTaps {
   bool sessionActive_ = true;
   bool reconciling_ = false;
   std::map<std::string, Device> devices_;
+  ObserverList<> statusChanges_;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 

@@ -33,10 +33,11 @@ struct NodeState {
 class MirrorHardware {
  public:
   enum class Wake {
-    events,  ///< there is something to read, or a mirror is known to the desktop
-    asked,   ///< `ask` was called
-    timeUp,  ///< the time is over
-    gone,    ///< the device was unplugged
+    events,     ///< there is something to read, or a mirror is known to the desktop
+    asked,      ///< `ask` was called
+    timeUp,     ///< the time is over
+    unguarded,  ///< the guard is no longer there
+    gone,       ///< the device was unplugged
   };
 
   virtual ~MirrorHardware() = default;
@@ -46,8 +47,8 @@ class MirrorHardware {
 
   /// Any thread: ends a wait, the present one or the next.
   virtual void ask() = 0;
-  /// Waits to be asked, and for nothing else.
-  virtual void waitToBeAsked() = 0;
+  /// Waits to be asked, and for nothing else; without end when there is no time.
+  virtual void waitToBeAsked(std::optional<double> seconds) = 0;
 
   /// The node is open from here on; the system's error number or 0.
   [[nodiscard]] virtual int open() = 0;
@@ -57,6 +58,9 @@ class MirrorHardware {
   /// What can be read without waiting; zero when nothing can.
   [[nodiscard]] virtual std::size_t read(std::span<input_event> events) = 0;
   [[nodiscard]] virtual NodeState state() = 0;
+  /// Why the device could not be had this moment, as `grab` would say it, or 0. The device stays
+  /// the desktop's; only while nothing is down on it.
+  [[nodiscard]] virtual int obstacle() = 0;
   /// The system's error number or 0.
   [[nodiscard]] virtual int grab() = 0;
   virtual void ungrab() = 0;
@@ -74,8 +78,9 @@ class MirrorHardware {
   /// mirror is lost.
   virtual bool copyState() = 0;
 
-  /// Has somebody watch, from now until `unguard`, that the events are served.
-  virtual void guard() = 0;
+  /// Has somebody watch, from now until `unguard`, that the events are served. The system's error
+  /// number or 0; a guard that is lost ends the next wait for events.
+  [[nodiscard]] virtual int guard() = 0;
   virtual void unguard() = 0;
   /// The events that were there have been served.
   virtual void served() noexcept = 0;

@@ -16,15 +16,21 @@ bool isWheel(const input_event& event) {
           event.code == REL_HWHEEL_HI_RES);
 }
 
+bool aboutContacts(const input_event& event) {
+  return event.type == EV_ABS || (event.type == EV_SYN && event.code == SYN_DROPPED);
+}
+
+bool endsFrame(const input_event& event) {
+  return event.type == EV_SYN && event.code == SYN_REPORT;
+}
+
 double seconds(const input_event& event) {
   return static_cast<double>(event.input_event_sec) +
          static_cast<double>(event.input_event_usec) * 1e-6;
 }
 
 int reportsIn(std::span<const input_event> events) {
-  return static_cast<int>(std::count_if(events.begin(), events.end(), [](const input_event& e) {
-    return e.type == EV_SYN && e.code == SYN_REPORT;
-  }));
+  return static_cast<int>(std::count_if(events.begin(), events.end(), endsFrame));
 }
 
 }  // namespace
@@ -42,6 +48,9 @@ MirrorStream::MirrorStream(const EvdevDevice& device) : mouse_(isTouchMouse(devi
 
 void MirrorStream::handle(std::span<const input_event> events, MirrorSink& sink) {
   const bool merging = reportsIn(events) > kMostAtOnce;
+  // A frame in two pieces is told whole, or its end would be missing.
+  toldOfContacts_ = frameOpen_ || std::any_of(events.begin(), events.end(), aboutContacts);
+  if (!events.empty()) frameOpen_ = !endsFrame(events.back());
   for (const input_event& event : events) {
     if (event.type != EV_SYN) {
       if (!dropping_) take(event);

@@ -49,6 +49,9 @@ class MirrorStream {
   void setWheelLimit(int fingers) noexcept { gate_.setLimit(fingers); }
   /// All that was read at once.
   void handle(std::span<const input_event> events, MirrorSink& sink);
+  /// Whether what was handled last says anything about contacts: whoever follows those need not
+  /// hear of the rest.
+  [[nodiscard]] bool toldOfContacts() const noexcept { return toldOfContacts_; }
   /// What is down now; element i is slot i.
   void setContacts(std::span<const RawContact> slots, int currentSlot);
 
@@ -75,6 +78,8 @@ class MirrorStream {
   int currentSlot_ = 0;
   int frameSlot_ = 0;  // the current one when the frame began
   bool dropping_ = false;
+  bool toldOfContacts_ = false;
+  bool frameOpen_ = false;  // what was handled last ended within a frame
   bool turnsWheel_ = false;
   std::vector<input_event> frame_;
   std::vector<input_event> buttons_;

@@ -39,6 +39,7 @@ bool readDescription(int descriptor, EvdevDevice& device) {
   device.properties = unpacked<INPUT_PROP_CNT>(properties);
   device.keys = codesOf<KEY_CNT>(descriptor, EV_KEY);
   device.relativeAxes = codesOf<REL_CNT>(descriptor, EV_REL);
+  device.miscellany = codesOf<MSC_CNT>(descriptor, EV_MSC);
   const auto axes = codesOf<ABS_CNT>(descriptor, EV_ABS);
   for (unsigned axis = 0; axis < ABS_CNT; ++axis) {
     input_absinfo info{};

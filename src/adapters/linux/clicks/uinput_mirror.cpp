@@ -46,7 +46,11 @@ bool declare(int fd, const EvdevDevice& device, const char* phys) {
             declareAll(fd, device.keys, EV_KEY, UI_SET_KEYBIT) &&
             declareAll(fd, device.relativeAxes, EV_REL, UI_SET_RELBIT) &&
             declareAll(fd, device.properties, 0, UI_SET_PROPBIT);
-  if (ok && !isTouchMouse(device)) ok = declareAxes(fd, device);
+  // A desktop reads the contacts of a touchpad, and the device's own time where it has one. Of a
+  // mouse it reads neither, and what is not declared need not be sent.
+  if (ok && !isTouchMouse(device)) {
+    ok = declareAxes(fd, device) && declareAll(fd, device.miscellany, EV_MSC, UI_SET_MSCBIT);
+  }
   uinput_setup setup{};
   setup.id = {.bustype = device.bus,
               .vendor = device.vendor,

@@ -49,7 +49,7 @@ LinuxDesktop::LinuxDesktop(const LinuxHost& host, bool debug)
                  {.loop = host.loop, .queue = host.queue, .clock = host.clock, .log = log_}),
       notices_(host.loop, host.queue, SessionEnvironment::ofThisProcess(),
                SleepNotices::systemBusAddress(&environmentOf)),
-      activity_(host.loop),
+      activity_(host.loop, environmentOf("XDG_VTNR")),
       trust_(access_, activity_),
       pointer_(chordKeyCodes()),
       output_(pointer_, host.clock, &tellOutput),
@@ -64,8 +64,6 @@ LinuxDesktop::LinuxDesktop(const LinuxHost& host, bool debug)
           output_, locator_, [this](const GestureEvent& event) { gestures_.post(event); },
           [this] { gestures_.prepare(); }),
       taps_(tapLinks(host)),
-      console_(host.loop, environmentOf("XDG_VTNR"),
-               [this](bool inFront) { taps_.setSessionActive(inFront); }),
       platform_{.clock = host.clock,
                 .mainQueue = host.queue,
                 .libraries = libraries_,
@@ -84,6 +82,9 @@ LinuxDesktop::LinuxDesktop(const LinuxHost& host, bool debug)
   layoutChanges_ = keyboardLayout_.observeChanges(takeLayout);
   takeLayout();
   touchpadChanges_ = systemPreferences_.observeChanges([this] { taps_.reconsider(); });
+  const auto takeActivity = [this] { taps_.setSessionActive(activity_.active()); };
+  sessionChanges_ = activity_.observe(takeActivity);
+  takeActivity();
   workspace_.start();
 }
 

@@ -8,9 +8,11 @@
 // and prints, one with windows lives in its toolkit's.
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <utility>
+#include <vector>
 
-#include "adapters/linux/clicks/console_watch.hpp"
 #include "adapters/linux/clicks/linux_event_taps.hpp"
 #include "adapters/linux/descriptor_loop.hpp"
 #include "adapters/linux/desktop/passive_adapters.hpp"
@@ -50,6 +52,13 @@ class LinuxDesktop {
   [[nodiscard]] Platform& platform() noexcept { return platform_; }
   [[nodiscard]] SessionActivity& sessionActivity() noexcept { return activity_; }
   [[nodiscard]] LinuxEventTaps& taps() noexcept { return taps_; }
+  /// The devices whose clicks may be converted, and what stands in the way of each.
+  [[nodiscard]] std::vector<LinuxEventTaps::DeviceStatus> clickDevices() const {
+    return taps_.status();
+  }
+  [[nodiscard]] Observation observeClickDevices(std::function<void()> changed) {
+    return taps_.observeStatus(std::move(changed));
+  }
   [[nodiscard]] LinuxWorkspace& workspace() noexcept { return workspace_; }
 
  private:
@@ -73,7 +82,7 @@ class LinuxDesktop {
   GestureTouchpad gestures_;
   UinputEventStream events_;
   LinuxEventTaps taps_;
-  ConsoleWatch console_;
+  Observation sessionChanges_;
   Observation touchpadChanges_;
   Observation layoutChanges_;
   Platform platform_;

@@ -31,6 +31,7 @@ struct EvdevDevice {
   std::bitset<INPUT_PROP_CNT> properties;
   std::bitset<KEY_CNT> keys;
   std::bitset<REL_CNT> relativeAxes;
+  std::bitset<MSC_CNT> miscellany;  ///< codes of EV_MSC; only of a live device, for its mirror
   std::array<std::optional<AxisInfo>, ABS_CNT> absoluteAxes;
 };
 

@@ -20,11 +20,14 @@ struct SessionActivity::Monitor {
   sd_login_monitor* handle;
 };
 
-SessionActivity::SessionActivity(DescriptorLoop& loop)
-    : SessionActivity(loop, LoginFunctions::load()) {}
+SessionActivity::SessionActivity(DescriptorLoop& loop, const char* terminal)
+    : SessionActivity(loop, LoginFunctions::load(), terminal) {}
 
-SessionActivity::SessionActivity(DescriptorLoop& loop, const LoginFunctions* functions)
-    : functions_(functions) {
+SessionActivity::SessionActivity(DescriptorLoop& loop, const LoginFunctions* functions,
+                                 const char* terminal, const std::string& activeConsole)
+    : functions_(functions),
+      console_(
+          loop, terminal, [this] { changes_.notify(); }, activeConsole) {
   if (functions_ == nullptr) return;
   sd_login_monitor* handle = nullptr;
   if (functions_->newMonitor("session", &handle) < 0) return;
@@ -52,10 +55,11 @@ std::string SessionActivity::session() const {
 }
 
 bool SessionActivity::active() const {
-  if (functions_ == nullptr) return true;
+  if (functions_ == nullptr) return console_.inFront();
   const std::string name = session();
-  // Zero is no; an error means that nobody knows.
-  return name.empty() || functions_->isActive(name.c_str()) != 0;
+  const int answer = name.empty() ? -1 : functions_->isActive(name.c_str());
+  // An error means that the login manager does not know.
+  return answer < 0 ? console_.inFront() : answer > 0;
 }
 
 Observation SessionActivity::observe(std::function<void()> mayHaveChanged) {

@@ -2,8 +2,12 @@
 // to another user or to a text console, and back.
 //
 // Touches belong to whoever sits there; a program of a session in the background must not read
-// them, even where its user may. Main thread. Where nobody keeps book of sessions, every session
-// counts as active.
+// them, even where its user may. Main thread. The login manager knows; where there is none, or it
+// knows nothing of this session, the console in front decides, and a session without a console of
+// its own counts as active.
+//
+// The console is not asked beside a login manager: what names this session's console comes from the
+// environment, which for a program of the user's service manager may be that of an earlier login.
 #pragma once
 
 #include <functional>
@@ -11,6 +15,7 @@
 #include <string>
 
 #include "adapters/linux/descriptor_loop.hpp"
+#include "adapters/linux/notices/console_watch.hpp"
 #include "base/observer_list.hpp"
 
 namespace velotap {
@@ -19,9 +24,11 @@ struct LoginFunctions;
 
 class SessionActivity {
  public:
-  explicit SessionActivity(DescriptorLoop& loop);
+  /// `terminal` is the number of this session's virtual terminal; null or empty for none.
+  SessionActivity(DescriptorLoop& loop, const char* terminal);
   /// Null functions: nobody keeps book. They outlive this.
-  SessionActivity(DescriptorLoop& loop, const LoginFunctions* functions);
+  SessionActivity(DescriptorLoop& loop, const LoginFunctions* functions, const char* terminal,
+                  const std::string& activeConsole = ConsoleWatch::kActivePath);
   ~SessionActivity();
   SessionActivity(const SessionActivity&) = delete;
   SessionActivity& operator=(const SessionActivity&) = delete;
@@ -38,6 +45,7 @@ class SessionActivity {
   const LoginFunctions* functions_;
   std::unique_ptr<Monitor> monitor_;
   ObserverList<> changes_;
+  ConsoleWatch console_;
   Observation ready_;
 };
 

@@ -48,6 +48,8 @@ class CocoaWorkspace {
   [[nodiscard]] virtual std::vector<CocoaApplication> running() = 0;
   /// Where the system would start this application from; nothing when it is not installed.
   [[nodiscard]] virtual std::optional<CocoaBundle> bundleWithId(const std::string& bundleId) = 0;
+  /// What lies at this path; nothing when that is no bundle.
+  [[nodiscard]] virtual std::optional<CocoaBundle> bundleAtPath(const std::string& path) = 0;
   /// The bundles in the folders that applications are kept in, and one level of folders below.
   [[nodiscard]] virtual std::vector<CocoaBundle> bundlesInApplicationFolders() = 0;
   /// Calls back on the main thread; with the application that the notice names, if it does.

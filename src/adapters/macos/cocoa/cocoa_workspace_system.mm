@@ -107,6 +107,11 @@ class SystemWorkspace final : public CocoaWorkspace {
     return place != nil ? bundleAt(place) : std::nullopt;
   }
 
+  std::optional<CocoaBundle> bundleAtPath(const std::string& path) override {
+    NSString* place = foundationText(path);
+    return place != nil ? bundleAt([NSURL fileURLWithPath:place]) : std::nullopt;
+  }
+
   std::vector<CocoaBundle> bundlesInApplicationFolders() override {
     std::vector<CocoaBundle> bundles;
     NSArray<NSURL*>* folders = [NSFileManager.defaultManager URLsForDirectory:NSApplicationDirectory
@@ -129,12 +134,15 @@ class SystemWorkspace final : public CocoaWorkspace {
   }
 
   bool openUrl(const std::string& url) override {
-    NSURL* address = [NSURL URLWithString:foundationText(url)];
+    NSString* text = foundationText(url);
+    NSURL* address = text != nil ? [NSURL URLWithString:text] : nil;  // which takes no nil
     return address != nil && [NSWorkspace.sharedWorkspace openURL:address];
   }
 
   void reveal(const std::string& path) override {
-    NSURL* file = [NSURL fileURLWithPath:foundationText(path)];
+    NSString* place = foundationText(path);
+    if (place == nil) return;
+    NSURL* file = [NSURL fileURLWithPath:place];
     [NSWorkspace.sharedWorkspace activateFileViewerSelectingURLs:@[ file ]];
   }
 };

@@ -9,7 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "adapters/macos/shell/native_dialogs.hpp"
+#include "adapters/macos/cocoa/cocoa_appearance.hpp"
+#include "adapters/macos/shell/mac_panels.hpp"
 #include "platform/applications.hpp"
 #include "platform/platform.hpp"
 #include "platform/regional_settings.hpp"
@@ -30,7 +31,10 @@ class MacDesktop {
   [[nodiscard]] ShellPlatform& shellPlatform() noexcept;
   [[nodiscard]] RegionalSettings& regionalSettings() noexcept;
   [[nodiscard]] Applications& applications() noexcept;
-  [[nodiscard]] NativeDialogs& dialogs() noexcept;
+  [[nodiscard]] MacPanels& panels() noexcept;
+  [[nodiscard]] CocoaAppearance& appearance() noexcept;
+  /// Where the program keeps what is neither a setting nor the person's; need not exist.
+  [[nodiscard]] static std::string supportFolder();
   /// To be called when the program comes to the front: settings that another program wrote and the
   /// system cannot tell of are noticed then.
   void recheckPreferences();

@@ -40,6 +40,7 @@ struct MacDesktop::Parts {
   std::unique_ptr<CocoaUpdater> updater;
   std::unique_ptr<CocoaAnnouncer> announcer;
   std::unique_ptr<NativeDialogs> dialogs;
+  std::unique_ptr<CocoaAppearance> appearance;
   std::unique_ptr<RegionalSettings> regionalSettings;
   QuartzEventStream events;
   QuartzEventTaps taps;
@@ -57,6 +58,7 @@ struct MacDesktop::Parts {
   MacUpdates updates;
   MacAnnouncements announcements;
   MacUrlOpener urls;
+  MacPanels panels;
   Platform platform;
   ShellPlatform shellPlatform;
 };
@@ -73,6 +75,7 @@ MacDesktop::Parts::Parts(bool debug, std::vector<std::string> settingKeys)
       updater(CocoaUpdater::system()),
       announcer(CocoaAnnouncer::system()),
       dialogs(NativeDialogs::system()),
+      appearance(CocoaAppearance::system()),
       regionalSettings(makeMacRegionalSettings()),
       events(CoreFoundationApi::system(), QuartzApi::system(), ObjectiveCApi::system()),
       taps(CoreFoundationApi::system(), QuartzApi::system()),
@@ -90,6 +93,7 @@ MacDesktop::Parts::Parts(bool debug, std::vector<std::string> settingKeys)
       updates(*updater),
       announcements(*announcer),
       urls(*cocoaWorkspace),
+      panels(*dialogs, *cocoaWorkspace),
       platform{.clock = clock,
                .mainQueue = queue,
                .libraries = libraries,
@@ -109,7 +113,7 @@ MacDesktop::Parts::Parts(bool debug, std::vector<std::string> settingKeys)
                     .updates = updates,
                     .announcements = announcements,
                     .urls = urls,
-                    .crashFolder = applicationSupportFolder() + "/Velotap/Crashes"} {}
+                    .crashFolder = MacDesktop::supportFolder() + "/Crashes"} {}
 
 MacDesktop::MacDesktop(bool debug, std::vector<std::string> settingKeys)
     : parts_(std::make_unique<Parts>(debug, std::move(settingKeys))) {}
@@ -132,8 +136,16 @@ Applications& MacDesktop::applications() noexcept {
   return parts_->applications;
 }
 
-NativeDialogs& MacDesktop::dialogs() noexcept {
-  return *parts_->dialogs;
+MacPanels& MacDesktop::panels() noexcept {
+  return parts_->panels;
+}
+
+CocoaAppearance& MacDesktop::appearance() noexcept {
+  return *parts_->appearance;
+}
+
+std::string MacDesktop::supportFolder() {
+  return applicationSupportFolder() + "/Velotap";
 }
 
 void MacDesktop::recheckPreferences() {

@@ -31,6 +31,8 @@ class NativeMenuBar {
   virtual ~NativeMenuBar() = default;
   /// Replaces the menu bar. The last menu is registered as the one that lists windows.
   virtual void show(const std::vector<NativeMenuItem>& menus) = 0;
+  /// Sends a selector to the first responder that knows it, as an item of the menu would.
+  virtual void send(const std::string& selector) = 0;
 
   /// The menu bar of this application. Exists on a Mac only.
   [[nodiscard]] static std::unique_ptr<NativeMenuBar> system();

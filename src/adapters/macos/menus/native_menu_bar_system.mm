@@ -13,6 +13,10 @@ class SystemMenuBar final : public NativeMenuBar {
       application.windowsMenu = [bar itemAtIndex:bar.numberOfItems - 1].submenu;
     }
   }
+
+  void send(const std::string& selector) override {
+    [NSApplication.sharedApplication sendAction:sel_registerName(selector.c_str()) to:nil from:nil];
+  }
 };
 
 }  // namespace

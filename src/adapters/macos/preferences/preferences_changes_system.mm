@@ -1,53 +1,10 @@
 #import <Foundation/Foundation.h>
 
+#include <utility>
+
 #include "adapters/macos/cocoa/foundation_text.hpp"
+#include "adapters/macos/cocoa/key_path_observer.hpp"
 #include "adapters/macos/preferences/preferences_changes.hpp"
-
-@interface VelotapDefaultsObserver : NSObject
-- (instancetype)initWithDefaults:(NSUserDefaults*)defaults
-                            keys:(NSArray<NSString*>*)keys
-                         changed:(std::function<void()>)changed;
-- (void)stop;
-@end
-
-@implementation VelotapDefaultsObserver {
-  NSUserDefaults* _defaults;
-  NSArray<NSString*>* _keys;
-  std::function<void()> _changed;
-}
-
-- (instancetype)initWithDefaults:(NSUserDefaults*)defaults
-                            keys:(NSArray<NSString*>*)keys
-                         changed:(std::function<void()>)changed {
-  self = [super init];
-  if (self != nil) {
-    _defaults = defaults;
-    _keys = keys;
-    _changed = std::move(changed);
-    for (NSString* key in keys) {
-      [defaults addObserver:self forKeyPath:key options:0 context:nullptr];
-    }
-  }
-  return self;
-}
-
-- (void)stop {
-  for (NSString* key in _keys) [_defaults removeObserver:self forKeyPath:key context:nullptr];
-  _keys = nil;
-}
-
-- (void)observeValueForKeyPath:(NSString*)path
-                      ofObject:(id)object
-                        change:(NSDictionary<NSKeyValueChangeKey, id>*)change
-                       context:(void*)context {
-  static_cast<void>(path);
-  static_cast<void>(object);
-  static_cast<void>(change);
-  static_cast<void>(context);
-  _changed();
-}
-
-@end
 
 namespace velotap {
 namespace {
@@ -77,11 +34,7 @@ class UserDefaultsChanges final : public PreferencesChanges {
     NSString* name = foundationText(domain);
     NSUserDefaults* defaults = name != nil ? defaultsOf(name) : nil;
     if (defaults == nil) return {};
-    VelotapDefaultsObserver* observer =
-        [[VelotapDefaultsObserver alloc] initWithDefaults:defaults
-                                                     keys:observableKeys(keys)
-                                                  changed:std::move(changed)];
-    return Observation([observer] { [observer stop]; });
+    return observeKeyPaths(defaults, observableKeys(keys), std::move(changed));
   }
 };
 

@@ -1,54 +1,11 @@
 #import <AppKit/AppKit.h>
 
+#include <utility>
+
 #include "adapters/macos/cocoa/foundation_text.hpp"
+#include "adapters/macos/cocoa/key_path_observer.hpp"
 #include "adapters/macos/shell/mac_updates.hpp"
 #include "adapters/macos/shell/sparkle_classes.hpp"
-
-@interface VelotapUpdaterObserver : NSObject
-- (instancetype)initWithUpdater:(NSObject*)updater changed:(std::function<void()>)changed;
-- (void)stop;
-@end
-
-@implementation VelotapUpdaterObserver {
-  NSObject* _updater;
-  std::function<void()> _changed;
-}
-
-- (instancetype)initWithUpdater:(NSObject*)updater changed:(std::function<void()>)changed {
-  self = [super init];
-  if (self != nil) {
-    _updater = updater;
-    _changed = std::move(changed);
-    for (NSString* key in [VelotapUpdaterObserver keys]) {
-      [updater addObserver:self forKeyPath:key options:0 context:nullptr];
-    }
-  }
-  return self;
-}
-
-+ (NSArray<NSString*>*)keys {
-  return @[ @"automaticallyChecksForUpdates", @"lastUpdateCheckDate" ];
-}
-
-- (void)stop {
-  for (NSString* key in [VelotapUpdaterObserver keys]) {
-    [_updater removeObserver:self forKeyPath:key context:nullptr];
-  }
-  _updater = nil;
-}
-
-- (void)observeValueForKeyPath:(NSString*)path
-                      ofObject:(id)object
-                        change:(NSDictionary<NSKeyValueChangeKey, id>*)change
-                       context:(void*)context {
-  static_cast<void>(path);
-  static_cast<void>(object);
-  static_cast<void>(change);
-  static_cast<void>(context);
-  _changed();
-}
-
-@end
 
 namespace velotap {
 namespace {
@@ -96,10 +53,9 @@ class SparkleUpdater final : public CocoaUpdater {
   }
 
   Observation observe(std::function<void()> changed) override {
-    VelotapUpdaterObserver* observer =
-        [[VelotapUpdaterObserver alloc] initWithUpdater:controller_.updater
-                                                changed:std::move(changed)];
-    return Observation([observer] { [observer stop]; });
+    return observeKeyPaths(controller_.updater,
+                           @[ @"automaticallyChecksForUpdates", @"lastUpdateCheckDate" ],
+                           std::move(changed));
   }
 
  private:

@@ -1,6 +1,6 @@
 // The system's panels for files, its pasteboard and its icons. Main thread.
 //
-// Nothing is decided here; what is done with the answers is the caller's matter. The one
+// Nothing is decided here; what is done with the answers is `MacPanels`' matter. The one
 // implementation exists on a Mac only.
 #pragma once
 
@@ -20,6 +20,8 @@ class NativeDialogs {
   [[nodiscard]] virtual std::vector<std::string> chooseApplications(const std::string& message) = 0;
   /// Lets the person say where a file is to be written, and make folders on the way. Modal.
   [[nodiscard]] virtual std::optional<std::string> chooseSaveLocation(const std::string& name) = 0;
+  /// Puts a file in place of what was there, whole or not at all; false when it cannot.
+  virtual bool writeFile(const std::string& path, const std::string& bytes) = 0;
   /// Replaces what is on the general pasteboard; false when it refuses.
   virtual bool copyText(const std::string& text) = 0;
   /// The icon of a file as a square PNG image; empty when it cannot be drawn.

@@ -50,6 +50,12 @@ class SystemDialogs final : public NativeDialogs {
     return textOf(panel.URL.path);
   }
 
+  bool writeFile(const std::string& path, const std::string& bytes) override {
+    NSString* place = foundationText(path);
+    NSData* data = [NSData dataWithBytes:bytes.data() length:bytes.size()];
+    return place != nil && [data writeToFile:place atomically:YES];
+  }
+
   bool copyText(const std::string& text) override {
     NSString* copied = foundationText(text);
     if (copied == nil) return false;

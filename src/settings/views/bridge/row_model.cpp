@@ -1,11 +1,17 @@
 #include "settings/views/bridge/row_model.hpp"
 
+#include <QSet>
 #include <algorithm>
+#include <utility>
 
 namespace velotap {
 namespace {
 
 constexpr int kRow = Qt::UserRole + 1;
+
+// Each row that comes or goes makes a view renumber those below it. From so many on, a view is
+// quicker with a new list.
+constexpr qsizetype kManyChanges = 16;
 
 QVariant idOf(const QVariantMap& row) {
   return row.value(QStringLiteral("id"));
@@ -33,19 +39,38 @@ int RowModel::find(const QVariant& id, int from) const {
   return -1;
 }
 
+bool RowModel::replace(const QList<QVariantMap>& rows, qsizetype staying) {
+  if (count() + rows.size() - 2 * staying <= kManyChanges) return false;
+  beginResetModel();
+  rows_ = rows;
+  endResetModel();
+  return true;
+}
+
 void RowModel::sync(const QList<QVariantMap>& rows) {
   const int before = count();
+  QSet<QString> staying;
+  for (const QVariantMap& row : rows) staying.insert(idOf(row).toString());
+  const auto stay = std::count_if(rows_.begin(), rows_.end(), [&staying](const QVariantMap& row) {
+    return staying.contains(idOf(row).toString());
+  });
+  if (replace(rows, stay)) {
+    if (count() != before) emit countChanged();
+    return;
+  }
   for (int i = count() - 1; i >= 0; --i) {
-    const QVariant id = idOf(rows_.at(i));
-    const bool stays = std::any_of(rows.begin(), rows.end(),
-                                   [&id](const QVariantMap& row) { return idOf(row) == id; });
-    if (stays) continue;
+    if (staying.contains(idOf(rows_.at(i)).toString())) continue;
     beginRemoveRows({}, i, i);
     rows_.removeAt(i);
     endRemoveRows();
   }
+  QSet<QString> known;
+  for (const QVariantMap& row : std::as_const(rows_)) known.insert(idOf(row).toString());
   for (int i = 0; i < static_cast<int>(rows.size()); ++i) {
-    const int found = find(idOf(rows.at(i)), i);
+    const QVariant id = idOf(rows.at(i));
+    // Rows mostly stand where they did; one that was not there is not looked for.
+    const bool isThere = i < count() && idOf(rows_.at(i)) == id;
+    const int found = isThere ? i : known.contains(id.toString()) ? find(id, i) : -1;
     if (found < 0) {
       beginInsertRows({}, i, i);
       rows_.insert(i, rows.at(i));

@@ -2,6 +2,7 @@
 //
 // `sync` compares by each row's "id" and reports only what changed, so a row that stays keeps its
 // view: the keyboard stays where it is and a switch that was just pressed finishes its movement.
+// Where many rows come or go at once, as with a letter typed into a search field, all are new.
 // Main thread.
 #pragma once
 
@@ -30,6 +31,8 @@ class RowModel : public QAbstractListModel {
   void countChanged();
 
  private:
+  /// Takes the new list whole when it has little to do with the old one, of which so many stay.
+  [[nodiscard]] bool replace(const QList<QVariantMap>& rows, qsizetype staying);
   [[nodiscard]] int find(const QVariant& id, int from) const;
 
   QList<QVariantMap> rows_;

@@ -99,9 +99,15 @@ PaneScroll {
             title: shown.title
             visible: shown.visible
             Card {
-                Repeater {
+                Rows {
+                    view: root
                     model: ruleSection.rules
-                    AppRow { pane: root.pane; list: ruleSection.modelData }
+                    delegate: AppRow {
+                        row: parent.row
+                        index: parent.index
+                        pane: root.pane
+                        list: ruleSection.modelData
+                    }
                 }
                 EmptyState {
                     visible: ruleSection.rules.count === 0

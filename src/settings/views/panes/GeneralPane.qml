@@ -41,47 +41,13 @@ PaneScroll {
     }
 
     Card {
-        SettingRow {
-            id: status
-            symbol: ""
-            title: ""
-            width: parent.width
-            implicitHeight: Math.max(badge.height, words.implicitHeight) + 2 * Theme.gap
-            Rectangle {
-                id: badge
-                parent: status
-                x: Theme.gap
-                anchors.verticalCenter: parent.verticalCenter
-                width: Theme.badge
-                height: Theme.badge
-                radius: Theme.corner
-                color: Theme.toneSoft(root.s.status.tone)
-                Glyph {
-                    anchors.centerIn: parent
-                    symbol: root.s.status.symbol
-                    color: Theme.tone(root.s.status.tone)
-                    size: Theme.glyphLarge
-                }
-            }
-            Column {
-                id: words
-                parent: status
-                anchors { left: badge.right; leftMargin: Theme.medium
-                          right: statusButton.visible ? statusButton.left : parent.right
-                          rightMargin: Theme.gap; verticalCenter: parent.verticalCenter }
-                spacing: Theme.tight
-                Label { kind: "headline"; text: root.s.status.title; width: parent.width }
-                Label { text: root.s.status.detail; secondary: true; width: parent.width }
-            }
-            PushButton {
-                id: statusButton
-                parent: status
-                anchors { right: parent.right; rightMargin: Theme.gap; verticalCenter: parent.verticalCenter }
-                kind: "primary"
-                text: root.s.status.action
-                visible: text.length > 0
-                onClicked: root.pane.act()
-            }
+        StatusCard {
+            symbol: root.s.status.symbol
+            tone: root.s.status.tone
+            title: root.s.status.title
+            text: root.s.status.detail
+            action: root.s.status.action
+            onActed: root.pane.act()
         }
         Divider {}
         ToggleRow {
@@ -149,7 +115,8 @@ PaneScroll {
             }
         }
         Flow {
-            width: parent.width
+            x: Theme.tight - Theme.snug   // the words stand below the heading, not the button's edge
+            width: parent.width - x
             spacing: Theme.snug
             PushButton {
                 kind: "link"
@@ -197,6 +164,29 @@ PaneScroll {
                 symbol: "menubar"
                 on: root.s.startup.hide.on
                 onSwitched: wish => { if (wish) hideSheet.open(); else root.pane.setHideIcon(false) }
+            }
+        }
+    }
+
+    Section {
+        title: root.s.desktop.title
+        visible: root.pane.desktop.count > 0
+        Card {
+            Repeater {
+                model: root.pane.desktop
+                Column {
+                    id: fact
+                    required property var row
+                    required property int index
+                    width: parent ? parent.width : 0
+                    Divider { visible: fact.index > 0 }
+                    SettingRow {
+                        symbol: fact.row.symbol
+                        symbolColor: Theme.tone(fact.row.tone)
+                        title: fact.row.title
+                        caption: fact.row.caption
+                    }
+                }
             }
         }
     }

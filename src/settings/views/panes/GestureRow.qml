@@ -53,6 +53,7 @@ Item {
             }
             Caption { text: root.row.detail; width: parent.width }
             PushButton {
+                width: Math.min(implicitWidth, parent.width)
                 text: root.row.reset
                 symbol: "arrow.counterclockwise"
                 visible: text.length > 0

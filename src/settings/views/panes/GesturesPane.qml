@@ -89,6 +89,24 @@ PaneScroll {
     }
 
     Section {
+        title: root.s.mode.title
+        visible: root.s.mode.shown
+        Card {
+            pad: Theme.medium
+            Column {
+                width: parent.width
+                spacing: Theme.snug
+                SegmentedPicker {
+                    name: root.s.mode.title
+                    options: root.s.mode.options
+                    value: root.s.mode.value
+                    onChosen: value => root.pane.setTrackpadMode(value)
+                }
+                Caption { text: root.s.mode.note; width: parent.width; leftPadding: Theme.tight }
+            }
+        }
+    }
+    Section {
         title: root.s.middleTitle
         visible: root.pane.middle.count > 0
         Card {
@@ -132,9 +150,14 @@ PaneScroll {
                 text: root.s.restore.title
                 symbol: "arrow.counterclockwise"
                 enabled: root.s.restore.possible
-                onClicked: root.pane.restoreDefaults()
+                onClicked: {
+                    const byKeyboard = visualFocus
+                    root.pane.restoreDefaults()   // after which there is nothing to restore
+                    if (byKeyboard) undoButton.forceActiveFocus(Qt.TabFocusReason)
+                }
             }
             PushButton {
+                id: undoButton
                 text: root.s.undo
                 symbol: "arrow.uturn.backward"
                 kind: "primary"
@@ -152,7 +175,10 @@ PaneScroll {
         confirm: root.s.disable.confirm
         cancel: root.s.disable.cancel
         destructive: true
-        onAccepted: root.pane.disableAll()
+        onAccepted: {
+            root.pane.disableAll()
+            opener = undoButton   // there is nothing more to turn off
+        }
     }
     PracticeSheet { id: sheet; pane: root.practice }
 }

@@ -38,12 +38,24 @@ Column {
                     size: Theme.badgeLarge
                     color: root.s.tone === "neutral" ? Theme.accent : Theme.tone(root.s.tone)
                 }
-                Label {
-                    kind: "strong"
-                    text: root.s.outcome
-                    width: parent.width
-                    horizontalAlignment: Text.AlignHCenter
-                    visible: text.length > 0
+                Row {
+                    anchors.horizontalCenter: parent.horizontalCenter
+                    spacing: Theme.snug
+                    visible: root.s.outcome.length > 0
+                    Glyph {
+                        id: outcomeMark
+                        anchors.verticalCenter: parent.verticalCenter
+                        symbol: root.s.outcomeSymbol
+                        color: Theme.tone(root.s.tone)
+                        visible: root.s.outcomeSymbol.length > 0
+                    }
+                    Label {
+                        kind: "strong"
+                        text: root.s.outcome
+                        width: Math.min(implicitWidth, root.width - 2 * Theme.gap
+                                        - (outcomeMark.visible ? outcomeMark.width + Theme.snug : 0))
+                        horizontalAlignment: Text.AlignHCenter
+                    }
                 }
                 Caption {
                     text: root.s.outcomeNote

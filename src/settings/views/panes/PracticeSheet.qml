@@ -15,6 +15,21 @@ Sheet {
         active: root.opened || root.visible
         sourceComponent: PracticeContent { pane: root.pane }
     }
+    // The ways to what may be wrong, beside what closes the sheet and never in a row with it.
+    Flow {
+        x: -Theme.snug   // the words of a link stand where those above them do
+        width: parent.width + 2 * Theme.snug
+        Repeater {
+            model: root.pane ? root.pane.state.links : []
+            PushButton {
+                required property var modelData
+                kind: "link"
+                text: modelData.title
+                symbol: modelData.symbol
+                onClicked: { root.close(); root.pane.open(modelData.id) }
+            }
+        }
+    }
     buttons: [
         PushButton {
             id: doneButton
@@ -27,21 +42,6 @@ Sheet {
             symbol: "arrow.counterclockwise"
             enabled: root.pane ? root.pane.state.canTryAgain : false
             onClicked: root.pane.reset()
-        },
-        PushButton {
-            kind: "link"
-            text: root.pane ? root.pane.state.openTuning : ""
-            onClicked: { root.close(); root.pane.openTuning() }
-        },
-        PushButton {
-            kind: "link"
-            text: root.pane ? root.pane.state.openGestures : ""
-            onClicked: { root.close(); root.pane.openGestures() }
-        },
-        PushButton {
-            kind: "link"
-            text: root.pane ? root.pane.state.openReadiness : ""
-            onClicked: { root.close(); root.pane.openReadiness() }
         }
     ]
 }

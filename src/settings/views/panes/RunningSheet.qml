@@ -6,7 +6,7 @@ import Velotap
 Sheet {
     id: root
     property var pane
-    readonly property var s: pane.state.running
+    readonly property var s: pane.runningState
 
     title: s.title
     firstFocus: search
@@ -39,12 +39,12 @@ Sheet {
     Caption { text: root.s.count; width: parent.width }
     Card {
         EmptyState { visible: root.pane.running.count === 0; title: root.s.none }
-        Repeater {
+        Rows {
+            view: root.contentItem
             model: root.pane.running
-            CheckRow {
-                required property var row
-                required property int index
-                divided: index > 0
+            delegate: CheckRow {
+                readonly property var row: parent.row
+                divided: parent.index > 0
                 title: row.name
                 caption: row.identifier
                 iconName: row.icon

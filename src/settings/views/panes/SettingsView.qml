@@ -2,12 +2,20 @@
 // left for as long as the window is open.
 import QtQuick
 import QtQuick.Templates as T
+import QtQuick.Window
 import Velotap
 
 Rectangle {
     id: root
     property var panes
     readonly property var frame: panes.window.state
+    readonly property int tab: frame.tab
+    onTabChanged: Qt.callLater(leaveHiddenPane)
+    /// What went out of sight with its pane must not hear the keyboard any more.
+    function leaveHiddenPane() {
+        const item = Window.activeFocusItem
+        if (item && !item.visible && tabs.itemAt(tab)) tabs.itemAt(tab).forceActiveFocus(Qt.ShortcutFocusReason)
+    }
 
     color: Theme.window
     focus: true

@@ -118,6 +118,19 @@ PaneScroll {
                 }
             }
         }
+        Column {
+            width: parent.width
+            spacing: Theme.small
+            visible: root.s.taps.reasons.options.length > 0
+            Caption { text: root.s.taps.reasons.title; width: parent.width; leftPadding: Theme.tight }
+            SegmentedPicker {
+                name: root.s.taps.reasons.title
+                options: root.s.taps.reasons.options
+                value: root.s.taps.reasons.value
+                onChosen: value => root.pane.setFilter("reason", value)
+            }
+            Caption { text: root.s.taps.reasons.note; width: parent.width; leftPadding: Theme.tight }
+        }
         Card {
             Repeater {
                 model: root.pane.newestTap
@@ -174,7 +187,10 @@ PaneScroll {
                     from: root.s.center.from
                     to: root.s.center.to
                     name: root.s.center.label
+                    edges: [root.s.center.left, root.s.center.right]
+                    edgeAt: place => root.pane.edgeAt(place)
                     onDragged: (edge, value) => root.pane.dragEdge(edge, value)
+                    onStepped: (edge, steps) => root.pane.step(edge, steps)
                 }
             }
             Divider {}

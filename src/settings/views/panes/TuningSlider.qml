@@ -16,6 +16,7 @@ Item {
         id: slider
         title: root.row.title
         caption: root.row.caption
+        evidence: root.row.evidence
         valueText: root.row.valueText
         lowText: root.row.low
         highText: root.row.high
@@ -25,6 +26,9 @@ Item {
         from: root.row.from
         to: root.row.to
         step: root.row.step
+        begins: root.row.begins
+        ends: root.row.ends
+        fillsAfter: root.row.fillsAfter
         value: root.row.value
         resettable: root.row.resettable
         onMoved: value => root.pane.move(root.row.id, value)

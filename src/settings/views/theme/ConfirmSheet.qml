@@ -14,7 +14,7 @@ Sheet {
         PushButton {
             text: root.confirm
             kind: root.destructive ? "danger" : "primary"
-            onClicked: { root.close(); root.accepted() }
+            onClicked: { root.accepted(); root.close() }
         },
         PushButton {
             id: cancelButton

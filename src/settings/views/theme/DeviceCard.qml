@@ -16,6 +16,8 @@ T.Button {
     Accessible.name: title
     Accessible.description: status + ". " + help
     Accessible.onPressAction: if (enabled) clicked()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
     background: Rectangle {
         radius: Theme.cornerLarge
         color: root.down ? Theme.press : root.hovered ? Theme.hover : Theme.card

@@ -22,11 +22,14 @@ Column {
         text: root.title
         onClicked: root.expanded = !root.expanded
         Accessible.name: root.title
+        Accessible.ignored: !visible
         Accessible.description: root.summary
         Accessible.checkable: true      // Qt 6.4 has no state "expanded"
         Accessible.checked: root.expanded
         Accessible.onPressAction: clicked()
         Accessible.onToggleAction: clicked()
+        Keys.onReturnPressed: clicked()
+        Keys.onEnterPressed: clicked()
         Keys.onRightPressed: root.expanded = true
         Keys.onLeftPressed: root.expanded = false
         background: Rectangle {

@@ -8,6 +8,7 @@ Item {
     id: root
     property string title
     property string caption
+    property string evidence   // what the present value makes of the last touches
     property string valueText
     property string lowText
     property string highText
@@ -19,6 +20,10 @@ Item {
     property real step
     property real value
     property bool resettable: false
+    // The part of the width in which the track lies, for values that stand for places above it.
+    property real begins: 0
+    property real ends: 1
+    property bool fillsAfter: false   // the filled part is the one behind the thumb
     signal moved(real value)
     signal stepped(int steps)
     signal restored()
@@ -86,7 +91,10 @@ Item {
         }
         T.Slider {
             id: slider
-            width: parent.width
+            // A thumb in the middle of a place needs room for its other half beyond the ends.
+            readonly property real room: root.ends - root.begins < 1 ? handle.width / 2 : 0
+            x: root.begins * parent.width - room
+            width: (root.ends - root.begins) * parent.width + 2 * room
             height: Theme.large
             from: root.from
             to: root.to
@@ -122,7 +130,9 @@ Item {
                 radius: height / 2
                 color: Theme.track
                 Rectangle {
-                    width: slider.handle.x + slider.handle.width / 2
+                    readonly property real middle: slider.handle.x + slider.handle.width / 2
+                    x: root.fillsAfter ? middle : 0
+                    width: root.fillsAfter ? parent.width - middle : middle
                     height: parent.height
                     radius: parent.radius
                     color: Theme.fill
@@ -141,7 +151,8 @@ Item {
             }
         }
         Item {
-            width: parent.width
+            x: slider.x
+            width: slider.width
             height: Math.max(low.implicitHeight, high.implicitHeight)
             Caption {
                 id: low
@@ -162,6 +173,21 @@ Item {
             width: parent.width
             text: root.caption
             visible: root.caption.length > 0
+        }
+        Row {
+            width: parent.width
+            spacing: Theme.small + Theme.tight
+            visible: root.evidence.length > 0
+            Glyph {
+                id: mark
+                symbol: "hand.tap"
+                size: Theme.glyphSmall
+                color: Theme.accent
+            }
+            Caption {
+                width: parent.width - mark.width - parent.spacing
+                text: root.evidence
+            }
         }
     }
 }

@@ -14,9 +14,12 @@ T.Button {
     implicitHeight: 28
     opacity: enabled ? 1 : 0.4
     Accessible.name: text
+    Accessible.ignored: !visible
     Accessible.checkable: expandable
     Accessible.checked: expanded
     Accessible.onPressAction: if (enabled) clicked()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
     Accessible.onToggleAction: if (enabled) clicked()
     background: Rectangle {
         radius: Theme.cornerSmall
@@ -26,5 +29,8 @@ T.Button {
     contentItem: Item {
         Glyph { anchors.centerIn: parent; symbol: root.symbol; color: root.color; size: Theme.glyph }
     }
-    Tip { text: root.text; visible: root.hovered && !root.down }
+    // A tip is a window of its own, far more than the button; most buttons are never pointed at.
+    property Tip tip: null
+    Component { id: tips; Tip { text: root.text; visible: root.hovered && !root.down } }
+    onHoveredChanged: if (hovered && !tip) tip = tips.createObject(root)
 }

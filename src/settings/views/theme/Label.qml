@@ -19,7 +19,7 @@ Text {
     wrapMode: Text.Wrap
     textFormat: Text.PlainText
     renderType: Text.NativeRendering
-    lineHeight: lineCount > 1 ? 1.12 : 1
+    onLineCountChanged: lineHeight = lineCount > 1 ? 1.12 : 1   // as a binding it would loop
     Accessible.role: kind === "heading" || kind === "headline" || kind === "title"
                      ? Accessible.Heading : Accessible.StaticText
     Accessible.name: text

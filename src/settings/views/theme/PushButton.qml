@@ -1,4 +1,5 @@
-// A button: plain, the main one of its place, one that destroys, or a quiet link.
+// A button: plain, the main one of its place, one that destroys, or a quiet link. Where it is made
+// narrower than its words they wrap.
 import QtQuick
 import QtQuick.Templates as T
 import Velotap
@@ -12,13 +13,19 @@ T.Button {
         : kind === "primary" ? Theme.fillText : kind === "danger" ? Theme.danger
         : kind === "link" ? Theme.accent : Theme.text
 
+    readonly property int inset: kind === "link" ? Theme.snug : 14
+    readonly property int wordsLeft: symbol.length > 0 ? Theme.glyphSmall + row.spacing : 0
+
     implicitWidth: Math.max(kind === "link" ? 0 : 72,
-                            row.implicitWidth + (kind === "link" ? 2 * Theme.snug : 28))
+                            Math.ceil(words.advanceWidth) + wordsLeft + 2 * inset)
     implicitHeight: Math.max(Theme.controlHeight, label.implicitHeight + Theme.snug)
     opacity: enabled ? 1 : 0.6
     Accessible.name: text
+    Accessible.ignored: !visible
     Accessible.description: help
     Accessible.onPressAction: if (enabled) clicked()   // Qt 6.4 announces it without doing it
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
     background: Rectangle {
         radius: Theme.corner
         color: root.kind === "primary" ? (root.down ? Qt.darker(Theme.fill, 1.12) : Theme.fill)
@@ -28,6 +35,7 @@ T.Button {
         border.color: Theme.buttonLine
         FocusRing { visible: root.visualFocus }
     }
+    TextMetrics { id: words; font: label.font; text: root.text }
     contentItem: Item {
         Row {
             id: row
@@ -45,7 +53,8 @@ T.Button {
                 kind: "strong"
                 text: root.text
                 color: root.ink
-                wrapMode: Text.NoWrap
+                width: root.width < root.implicitWidth ? root.width - root.wordsLeft - 2 * root.inset
+                                                       : implicitWidth
                 Accessible.ignored: true
             }
         }

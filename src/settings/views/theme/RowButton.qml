@@ -15,6 +15,8 @@ T.Button {
     Accessible.name: title
     Accessible.description: caption
     Accessible.onPressAction: if (enabled) clicked()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
     background: Rectangle {
         anchors { fill: parent; margins: Theme.hairline }
         radius: Theme.cornerLarge - Theme.hairline

@@ -19,7 +19,7 @@ Item {
     }
     readonly property bool upright: needed > width
     readonly property real share: upright ? width - 2 * Theme.tight
-                                          : (width - 2 * Theme.tight - needed) / Math.max(1, repeater.count)
+                                          : (width - needed) / Math.max(1, repeater.count)
 
     function choose(index) {
         const i = (index + repeater.count) % repeater.count
@@ -47,21 +47,21 @@ Item {
         width: root.width - 2 * Theme.tight + Theme.hairline
         Repeater {
             id: repeater
-            model: root.options
+            model: root.options.length   // so that a segment keeps the keyboard when words change
             T.RadioButton {
                 id: segment
-                required property var modelData
                 required property int index
+                readonly property var option: root.options[index] ?? ({ value: "", label: "" })
                 readonly property real wanted: label.implicitWidth + 2 * Theme.medium
                 width: root.upright ? root.share : wanted + root.share
                 implicitHeight: Math.max(26 * Theme.scale, label.implicitHeight + Theme.snug)
-                text: modelData.label
-                checked: root.value === modelData.value
+                text: option.label
+                checked: root.value === option.value
                 autoExclusive: false
-                focusPolicy: checked ? Qt.StrongFocus : Qt.ClickFocus
+                focusPolicy: checked || activeFocus ? Qt.StrongFocus : Qt.ClickFocus
                 onClicked: {
-                    checked = Qt.binding(() => root.value === modelData.value)
-                    root.chosen(modelData.value)
+                    checked = Qt.binding(() => root.value === option.value)
+                    root.chosen(option.value)
                 }
                 Keys.onRightPressed: root.choose(index + 1)
                 Keys.onLeftPressed: root.choose(index - 1)

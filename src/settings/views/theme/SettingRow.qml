@@ -25,7 +25,7 @@ Item {
     Glyph {
         x: root.inset
         anchors.top: parent.top
-        anchors.topMargin: column.y + Math.round((titleLabel.implicitHeight - height) / 2)
+        anchors.topMargin: column.y + words.y + Math.round((titleLabel.implicitHeight - height) / 2)
         symbol: root.symbol
         size: Theme.glyphMedium
         color: root.symbolColor
@@ -72,8 +72,7 @@ Item {
         Column {
             id: under
             width: parent.width
-            spacing: Theme.snug
-            visible: children.length > 0 && implicitHeight > 0
+            spacing: Theme.snug   // always visible: hidden, it would not hear that something in it shows
         }
     }
 }

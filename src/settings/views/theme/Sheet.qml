@@ -1,6 +1,7 @@
 // A panel inside the window that has to be answered or closed before anything else.
 import QtQuick
 import QtQuick.Templates as T
+import QtQuick.Window
 import Velotap
 
 T.Popup {
@@ -11,7 +12,7 @@ T.Popup {
     property Item firstFocus: null
     default property alias content: body.data
     property alias buttons: buttonRow.data
-    readonly property int top: 56
+    readonly property int top: Theme.sheetTop
 
     parent: T.Overlay.overlay
     modal: true
@@ -21,8 +22,9 @@ T.Popup {
     y: parent ? Math.max(Theme.gap, Math.min(top, parent.height - height - Theme.gap)) : top
     width: parent ? Math.min(preferredWidth, parent.width - 2 * Theme.large) : preferredWidth
     height: parent ? Math.min(implicitHeight, parent.height - 2 * Theme.gap) : implicitHeight
-    implicitHeight: column.implicitHeight + 2 * padding
-    padding: Theme.wide
+    readonly property int room: Theme.snug   // for focus rings at the sides of what scrolls
+    implicitHeight: column.implicitHeight + 2 * (padding + room)
+    padding: Theme.wide - room
     enter: Transition { NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.quick } }
     exit: Transition { NumberAnimation { property: "opacity"; from: 1; to: 0; duration: Theme.quick } }
     T.Overlay.modal: Rectangle { color: Theme.scrim }
@@ -32,11 +34,20 @@ T.Popup {
         border.color: Theme.edge
         border.width: Theme.hairline
     }
-    onOpened: if (firstFocus) firstFocus.forceActiveFocus(Qt.PopupFocusReason)
+    // The keyboard comes back to where it was; who came by keyboard sees where it is.
+    property Item opener: null
+    property int reason: Qt.PopupFocusReason
+    onAboutToShow: {
+        opener = parent ? parent.Window.activeFocusItem : null
+        reason = opener && opener.visualFocus ? Qt.TabFocusReason : Qt.PopupFocusReason
+        if (firstFocus) firstFocus.focus = true
+    }
+    onOpened: if (firstFocus && firstFocus.activeFocus) firstFocus.focusReason = reason
+    onClosed: if (opener && opener.visible && opener.enabled) opener.forceActiveFocus(reason)
     contentItem: Flickable {
         clip: true
         contentWidth: width
-        contentHeight: column.implicitHeight
+        contentHeight: column.implicitHeight + 2 * root.room
         boundsBehavior: Flickable.StopAtBounds
         T.ScrollBar.vertical: VScrollBar {}
         Accessible.role: Accessible.Dialog
@@ -44,7 +55,9 @@ T.Popup {
         Accessible.description: root.text
         Column {
             id: column
-            width: parent.width
+            x: root.room
+            y: root.room
+            width: parent.width - 2 * root.room
             spacing: Theme.medium
             Label {
                 kind: "headline"

@@ -10,7 +10,7 @@ T.TabButton {
     implicitWidth: Math.max(76, label.implicitWidth + Theme.gap + Theme.small)
     implicitHeight: Theme.glyphLarge + label.implicitHeight + 3 * Theme.small + Theme.snug
     width: implicitWidth   // without a width of its own each is as wide as the widest
-    focusPolicy: checked ? Qt.StrongFocus : Qt.ClickFocus   // one stop for all; arrows move inside
+    focusPolicy: checked || activeFocus ? Qt.StrongFocus : Qt.ClickFocus   // one stop for all; arrows move inside
     Accessible.name: text
     Accessible.role: Accessible.PageTab
     Accessible.selected: checked

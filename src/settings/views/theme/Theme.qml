@@ -76,11 +76,11 @@ QtObject {
     readonly property int sizeTab: Math.round(11 * scale)
 
     // marks
-    readonly property int glyphSmall: 14
-    readonly property int glyph: 16
-    readonly property int glyphMedium: 18
-    readonly property int glyphLarge: 22
-    readonly property int glyphHero: 28
+    readonly property int glyphSmall: Math.round(14 * scale)
+    readonly property int glyph: Math.round(16 * scale)
+    readonly property int glyphMedium: Math.round(18 * scale)
+    readonly property int glyphLarge: Math.round(22 * scale)
+    readonly property int glyphHero: Math.round(28 * scale)
 
     // controls
     readonly property int controlHeight: Math.round(30 * scale)
@@ -94,6 +94,8 @@ QtObject {
     readonly property int logoCorner: 18
     readonly property int practiceHeight: 148
     readonly property int cardWidth: 200
+    readonly property int wordsWidth: Math.round(220 * scale)   // below it a title wraps too often
+    readonly property int sheetTop: 84    // under the tabs
     readonly property int sheetWidth: 420
     readonly property int sheetWide: 640
     readonly property int paneWidth: 720

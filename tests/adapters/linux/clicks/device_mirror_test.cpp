@@ -34,11 +34,13 @@ class DeviceMirrorTest : public testing::Test {
     session->enable(true);
     mirror = std::make_shared<DeviceMirror>(
         std::make_unique<FakeHardware>(kernel, "/dev/input/event3", std::move(device)),
-        DeviceMirror::Links{.taps = taps,
-                            .queue = queue,
-                            .clock = clock,
-                            .middle = [this](bool down) { pointer += down ? "+" : "-"; },
-                            .changed = [](const DeviceMirror&) {}});
+        DeviceMirror::Links{
+            .taps = taps,
+            .queue = queue,
+            .clock = clock,
+            .middle = [this](bool down) { pointer += down ? "+" : "-"; },
+            .changed = [](const DeviceMirror&) {},
+            .lost = [this](const DeviceMirror&, GrabTrouble trouble) { lost.push_back(trouble); }});
   }
 
   [[nodiscard]] GrabState state() const { return mirror->status().state; }
@@ -67,6 +69,7 @@ class DeviceMirrorTest : public testing::Test {
   std::function<void()> inTap;
   std::string heard;
   std::string pointer;
+  std::vector<GrabTrouble> lost;
   bool converts = false;
   TapAnswer answer = TapAnswer::pass;
 };
@@ -140,20 +143,139 @@ TEST_F(DeviceMirrorTest, whatWaitedBeforeTheGrabIsNotPassedAgain) {
   EXPECT_EQ(kernel->take(), "");
 }
 
-TEST_F(DeviceMirrorTest, anotherProgramsGrabIsNamedAndNotTriedAgain) {
+TEST_F(DeviceMirrorTest, aDeviceThatAnotherProgramHoldsGetsNoMirror) {
   kernel->grabError = EBUSY;
   mirror->want(Want::yes, 2);
-  turns(20);
+  turns(2);
   EXPECT_EQ(state(), GrabState::refused);
+  EXPECT_EQ(mirror->status().trouble, GrabTrouble::device);
   EXPECT_EQ(mirror->status().error, EBUSY);
-  EXPECT_EQ(kernel->mirrors, 1);
-  EXPECT_FALSE(kernel->mirrored);
+  EXPECT_EQ(kernel->mirrors, 0);
   EXPECT_FALSE(kernel->opened);
-  // Until somebody has reason to ask again.
+  // Somebody has reason to ask again.
   kernel->grabError = 0;
   mirror->want(Want::yes, 2);
   turns(8);
   EXPECT_EQ(state(), GrabState::grabbed);
+}
+
+TEST_F(DeviceMirrorTest, aDeviceThatIsTakenAtTheLastMomentLosesItsMirrorAgain) {
+  kernel->onGrab = [this] { kernel->grabError = EBUSY; };
+  mirror->want(Want::yes, 2);
+  turns(5);
+  EXPECT_EQ(state(), GrabState::refused);
+  EXPECT_EQ(kernel->mirrors, 1);
+  EXPECT_FALSE(kernel->mirrored);
+  EXPECT_FALSE(kernel->guarded);
+}
+
+TEST_F(DeviceMirrorTest, aHeldDeviceIsTriedAgainAfterGrowingPausesThatEnd) {
+  kernel->grabError = EBUSY;
+  mirror->want(Want::yes, 2);
+  mirror->turn();
+  std::vector<double> tries;
+  double last = clock.uptime();
+  for (int i = 0; i < 100; ++i) {
+    const int before = kernel->opens;
+    mirror->turn();
+    if (kernel->opens == before) continue;
+    tries.push_back(clock.uptime() - last);
+    last = clock.uptime();
+  }
+  ASSERT_EQ(tries.size(), static_cast<std::size_t>(DeviceMirror::kMostRetries));
+  for (std::size_t i = 0; i < tries.size(); ++i) {
+    EXPECT_NEAR(tries[i], DeviceMirror::kFirstPause * static_cast<double>(1 << i), 1e-9) << i;
+  }
+  // From then on nothing but somebody's asking ends the wait.
+  EXPECT_NEAR(clock.uptime(), last, 1e-9);
+  mirror->want(Want::yes, 2);
+  turns(3);
+  EXPECT_GT(clock.uptime(), last) << "the pauses begin anew";
+}
+
+TEST_F(DeviceMirrorTest, aHeldDeviceThatIsLetGoIsTakenAfterThePause) {
+  kernel->grabError = EBUSY;
+  mirror->want(Want::yes, 2);
+  turns(4);
+  kernel->grabError = 0;
+  turns(8);
+  EXPECT_EQ(state(), GrabState::grabbed);
+}
+
+TEST_F(DeviceMirrorTest, aHeldDeviceThatIsNoLongerWantedIsNotTriedAgain) {
+  kernel->grabError = EBUSY;
+  mirror->want(Want::yes, 2);
+  turns(2);
+  mirror->want(Want::no, 2);
+  const int before = kernel->opens;
+  turns(30);
+  EXPECT_EQ(state(), GrabState::resting);
+  EXPECT_EQ(kernel->opens, before);
+}
+
+TEST_F(DeviceMirrorTest, whatIsRefusedForAnotherReasonIsNotTriedAgain) {
+  kernel->grabError = EINVAL;
+  mirror->want(Want::yes, 2);
+  turns(30);
+  EXPECT_EQ(state(), GrabState::refused);
+  EXPECT_EQ(kernel->opens, 1);
+}
+
+TEST_F(DeviceMirrorTest, theGuardIsThereBeforeTheGrab) {
+  grab();
+  EXPECT_FALSE(kernel->grabbedUnguarded);
+}
+
+TEST_F(DeviceMirrorTest, withoutAGuardNothingIsTaken) {
+  kernel->guardError = EAGAIN;
+  mirror->want(Want::yes, 2);
+  turns(20);
+  EXPECT_EQ(state(), GrabState::refused);
+  EXPECT_EQ(mirror->status().trouble, GrabTrouble::guard);
+  EXPECT_EQ(mirror->status().error, EAGAIN);
+  EXPECT_EQ(kernel->grabs, 0);
+  EXPECT_FALSE(kernel->mirrored);
+  EXPECT_FALSE(kernel->opened);
+  kernel->guardError = 0;
+  mirror->want(Want::yes, 2);
+  turns(8);
+  EXPECT_EQ(state(), GrabState::grabbed);
+}
+
+TEST_F(DeviceMirrorTest, aLostGuardGivesTheDeviceBackAndIsHadAnewAFewTimes) {
+  converts = true;
+  grab();
+  press(BTN_LEFT);
+  queue.runDue();
+  EXPECT_EQ(pointer, "+");
+  kernel->buttons.clear();
+  for (int i = 1; i <= DeviceMirror::kMostLosses; ++i) {
+    kernel->guardLost = true;
+    mirror->turn();
+    EXPECT_EQ(state(), GrabState::resting) << i;
+    EXPECT_FALSE(kernel->grabbed);
+    EXPECT_EQ(pointer, "+-") << "nothing stays down";
+    for (int n = 0; n < 10 && state() != GrabState::grabbed; ++n) mirror->turn();
+    EXPECT_EQ(state(), GrabState::grabbed);
+  }
+  kernel->guardLost = true;
+  mirror->turn();
+  EXPECT_EQ(state(), GrabState::refused);
+  EXPECT_EQ(mirror->status().trouble, GrabTrouble::guard);
+  EXPECT_FALSE(kernel->grabbed);
+  queue.runDue();
+  EXPECT_EQ(lost, std::vector(DeviceMirror::kMostLosses, GrabTrouble::guard));
+}
+
+TEST_F(DeviceMirrorTest, lossesThatAreFarApartDoNotAddUp) {
+  grab();
+  for (int i = 1; i <= 2 * DeviceMirror::kMostLosses; ++i) {
+    clock.advance(DeviceMirror::kHeldWell);
+    kernel->guardLost = true;
+    mirror->turn();
+    for (int n = 0; n < 10 && state() != GrabState::grabbed; ++n) mirror->turn();
+    ASSERT_EQ(state(), GrabState::grabbed) << i;
+  }
 }
 
 TEST_F(DeviceMirrorTest, withoutAMirrorNothingIsTaken) {
@@ -161,6 +283,7 @@ TEST_F(DeviceMirrorTest, withoutAMirrorNothingIsTaken) {
   mirror->want(Want::yes, 2);
   turns(5);
   EXPECT_EQ(state(), GrabState::refused);
+  EXPECT_EQ(mirror->status().trouble, GrabTrouble::mirror);
   EXPECT_EQ(mirror->status().error, EACCES);
   EXPECT_EQ(kernel->grabs, 0);
   mirror->want(Want::no, 2);
@@ -172,7 +295,9 @@ TEST_F(DeviceMirrorTest, motionPassesWithoutTheMainThread) {
   grab();
   send({event(EV_REL, REL_X, 1), report()});
   EXPECT_EQ(kernel->take(), "m");
-  EXPECT_EQ(kernel->fed, 2U);
+  EXPECT_EQ(kernel->fed, 0U) << "says nothing about contacts";
+  send({event(EV_REL, REL_X, 1), event(EV_ABS, ABS_MT_POSITION_X, 5), report()});
+  EXPECT_EQ(kernel->fed, 3U);
 }
 
 TEST_F(DeviceMirrorTest, aClickWaitsForTheTapsAndMotionDoesNotWaitForIt) {

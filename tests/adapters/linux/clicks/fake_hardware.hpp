@@ -36,7 +36,11 @@ struct FakeKernel {
   bool mirrorBroken = false;
   int grabError = 0;
   int mirrorError = 0;
+  int guardError = 0;
+  bool guardLost = false;
+  int opens = 0;
   int grabs = 0;
+  bool grabbedUnguarded = false;
   int mirrors = 0;
   std::deque<input_event> events;
   std::set<std::uint16_t> buttons;  // down on the device
@@ -53,6 +57,11 @@ struct FakeKernel {
       if (e.type == EV_KEY && e.value == 0) buttons.erase(e.code);
       events.push_back(e);
     }
+    moved.notify_all();
+  }
+  void loseGuard() {
+    const std::lock_guard guard(lock);
+    guardLost = guarded;
     moved.notify_all();
   }
   void unplug() {
@@ -79,10 +88,13 @@ class FakeHardware final : public MirrorHardware {
     k_->asked = true;
     k_->moved.notify_all();
   }
-  void waitToBeAsked() override { static_cast<void>(pause(std::nullopt, false)); }
+  void waitToBeAsked(std::optional<double> seconds) override {
+    static_cast<void>(pause(seconds, false));
+  }
   [[nodiscard]] int open() override {
     const std::lock_guard guard(k_->lock);
     k_->opened = k_->present;
+    ++k_->opens;
     return k_->present ? 0 : ENODEV;
   }
   void close() override {
@@ -107,11 +119,16 @@ class FakeHardware final : public MirrorHardware {
     state.slots = k_->slots;
     return state;
   }
+  [[nodiscard]] int obstacle() override {
+    const std::lock_guard guard(k_->lock);
+    return k_->grabError;
+  }
   [[nodiscard]] int grab() override {
     if (k_->onGrab) k_->onGrab();
     const std::lock_guard guard(k_->lock);
     if (k_->grabError != 0) return k_->grabError;
     k_->grabbed = true;
+    k_->grabbedUnguarded = k_->grabbedUnguarded || !k_->guarded;
     ++k_->grabs;
     return 0;
   }
@@ -161,13 +178,15 @@ class FakeHardware final : public MirrorHardware {
     const std::lock_guard guard(k_->lock);
     return k_->mirrored && !k_->mirrorBroken;
   }
-  void guard() override {
+  [[nodiscard]] int guard() override {
     const std::lock_guard hold(k_->lock);
-    k_->guarded = true;
+    k_->guarded = k_->guardError == 0;
+    return k_->guardError;
   }
   void unguard() override {
     const std::lock_guard hold(k_->lock);
     k_->guarded = false;
+    k_->guardLost = false;
   }
   void served() noexcept override {}
   void feed(std::span<const input_event> events) override {
@@ -179,13 +198,14 @@ class FakeHardware final : public MirrorHardware {
   [[nodiscard]] Wake pause(std::optional<double> seconds, bool listens) {
     std::unique_lock guard(k_->lock);
     const auto over = [&] {
-      return k_->asked || (listens && (!k_->events.empty() || !k_->present));
+      return k_->asked || (listens && (!k_->events.empty() || !k_->present || k_->guardLost));
     };
     if (k_->block && !seconds) k_->moved.wait(guard, over);
     if (k_->block && seconds) {
       k_->moved.wait_for(guard, std::chrono::duration<double>(*seconds), over);
     }
     if (listens && !k_->present) return Wake::gone;
+    if (listens && k_->guardLost) return Wake::unguarded;
     if (listens && !k_->events.empty()) return Wake::events;
     if (std::exchange(k_->asked, false)) return Wake::asked;
     if (seconds && !k_->block) k_->clock.advance(*seconds);

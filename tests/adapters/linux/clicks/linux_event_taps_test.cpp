@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <atomic>
 #include <thread>
 
@@ -14,6 +15,7 @@ namespace {
 
 constexpr const char* kMouse = "/dev/input/event3";
 constexpr const char* kPad = "/dev/input/event4";
+constexpr const char* kSecondMouse = "/dev/input/event5";
 
 class LinuxEventTapsTest : public testing::Test {
  protected:
@@ -90,6 +92,10 @@ class LinuxEventTapsTest : public testing::Test {
       if (device.path == path) return device.status.state;
     }
     return GrabState::resting;
+  }
+  [[nodiscard]] int opens(const std::string& path) {
+    const std::lock_guard guard(kernel(path).lock);
+    return kernel(path).opens;
   }
   void untilState(const std::string& path, GrabState wanted) {
     until([&] { return state(path) == wanted; });
@@ -188,19 +194,67 @@ TEST_F(LinuxEventTapsTest, anInactiveSessionGivesBackAtOnceThoughAButtonIsDown) 
   untilState(kMouse, GrabState::grabbed);
 }
 
-TEST_F(LinuxEventTapsTest, aForeignGrabIsNamedOnce) {
+TEST_F(LinuxEventTapsTest, aForeignGrabIsNamedOnceAndStaysInTheStatus) {
   kernel(kMouse).grabError = EBUSY;
   install();
+  int changes = 0;
+  const Observation observation = taps->observeStatus([&changes] { ++changes; });
   taps->setNeeds({.mouseClicks = true});
   untilState(kMouse, GrabState::refused);
   queue.runDue();
+  EXPECT_GE(changes, 1);
   taps->reconsider();
-  until([&] { return kernel(kMouse).mirrors >= 2 && state(kMouse) == GrabState::refused; });
+  until([&] { return opens(kMouse) >= 2; });
+  untilState(kMouse, GrabState::refused);
   queue.runDue();
   ASSERT_EQ(told.size(), 1U);
   EXPECT_NE(told[0].find("EBUSY"), std::string::npos);
   EXPECT_NE(told[0].find(kMouse), std::string::npos);
   EXPECT_EQ(taps->status()[0].status.error, EBUSY);
+  EXPECT_EQ(taps->status()[0].trouble, told[0]);
+  EXPECT_EQ(taps->status()[1].trouble, "");
+}
+
+TEST_F(LinuxEventTapsTest, aForeignGrabIsTriedAgainWhenTheListenersStartAnew) {
+  kernel(kMouse).grabError = EBUSY;
+  install();
+  taps->setNeeds({.mouseClicks = true});
+  untilState(kMouse, GrabState::refused);
+  {
+    const std::lock_guard guard(kernel(kMouse).lock);
+    kernel(kMouse).grabError = 0;
+  }
+  session.reset();
+  install();
+  untilState(kMouse, GrabState::grabbed);
+  queue.runDue();
+  EXPECT_EQ(taps->status()[0].trouble, "");
+}
+
+TEST_F(LinuxEventTapsTest, aForeignGrabIsTriedAgainWhenTheSessionComesBack) {
+  kernel(kMouse).grabError = EBUSY;
+  install();
+  taps->setNeeds({.mouseClicks = true});
+  untilState(kMouse, GrabState::refused);
+  taps->setSessionActive(false);
+  untilState(kMouse, GrabState::resting);
+  {
+    const std::lock_guard guard(kernel(kMouse).lock);
+    kernel(kMouse).grabError = 0;
+  }
+  taps->setSessionActive(true);
+  untilState(kMouse, GrabState::grabbed);
+}
+
+TEST_F(LinuxEventTapsTest, aLostGuardIsTold) {
+  install();
+  taps->setNeeds({.mouseClicks = true});
+  untilState(kMouse, GrabState::grabbed);
+  kernel(kMouse).loseGuard();
+  until([this] { return !told.empty(); });
+  EXPECT_NE(told[0].find("guard"), std::string::npos);
+  EXPECT_NE(told[0].find(kMouse), std::string::npos);
+  untilState(kMouse, GrabState::grabbed);
 }
 
 TEST_F(LinuxEventTapsTest, whereNothingCanBeMirroredClicksAreWatched) {
@@ -234,14 +288,15 @@ TEST_F(LinuxEventTapsTest, anUnpluggedDeviceIsForgottenAndANewOneTaken) {
   EXPECT_EQ(kernel(kMouse).grabs, 1);
 }
 
-// Two devices click, move, lose events and are restarted, all at once.
+// Three devices click, move, lose events and are restarted, all at once.
 TEST_F(LinuxEventTapsTest, noButtonSticksHoweverMuchHappensAtOnce) {
   converts = true;
+  plug(kSecondMouse, magicMouse());
+  const std::array<std::string, 3> all = {kMouse, kPad, kSecondMouse};
   install();
-  const TapNeeds all = {.mouseClicks = true, .mouseGestures = true, .trackpadClicks = true};
-  taps->setNeeds(all);
-  untilState(kMouse, GrabState::grabbed);
-  untilState(kPad, GrabState::grabbed);
+  const TapNeeds needs = {.mouseClicks = true, .mouseGestures = true, .trackpadClicks = true};
+  taps->setNeeds(needs);
+  for (const std::string& path : all) untilState(path, GrabState::grabbed);
   std::atomic<bool> done{false};
   const auto hand = [&](const std::string& path) {
     for (int i = 0; i < 400; ++i) {
@@ -249,14 +304,14 @@ TEST_F(LinuxEventTapsTest, noButtonSticksHoweverMuchHappensAtOnce) {
       const auto button = static_cast<unsigned>(i % 3 == 0 ? BTN_RIGHT : BTN_LEFT);
       device.send({event(EV_REL, REL_X, 1), event(EV_KEY, button, 1), report()});
       if (i % 17 == 0) device.send({event(EV_SYN, SYN_DROPPED, 0), report()});
+      if (i % 100 == 50) device.loseGuard();
       device.send({event(EV_KEY, button, 0), report()});
     }
   };
-  std::thread first([&] { hand(kMouse); });
-  std::thread second([&] { hand(kPad); });
   std::thread waiting([&] {
-    first.join();
-    second.join();
+    std::vector<std::thread> hands;
+    for (const std::string& path : all) hands.emplace_back(hand, path);
+    for (std::thread& each : hands) each.join();
     done = true;
   });
   for (int i = 0; !done; ++i) {
@@ -266,7 +321,7 @@ TEST_F(LinuxEventTapsTest, noButtonSticksHoweverMuchHappensAtOnce) {
       install();
     }
     if (i % 200 == 100) taps->setNeeds({});
-    if (i % 200 == 150) taps->setNeeds(all);
+    if (i % 200 == 150) taps->setNeeds(needs);
     if (i % 300 == 120) taps->setSessionActive(false);
     if (i % 300 == 160) taps->setSessionActive(true);
     if (i % 90 == 30) clock.advance(DeviceMirror::kAnswerWithin);
@@ -274,11 +329,10 @@ TEST_F(LinuxEventTapsTest, noButtonSticksHoweverMuchHappensAtOnce) {
   }
   waiting.join();
   session.reset();
-  untilState(kMouse, GrabState::resting);
-  untilState(kPad, GrabState::resting);
+  for (const std::string& path : all) untilState(path, GrabState::resting);
   queue.runDue();
   EXPECT_EQ(middle, 0);
-  for (const char* path : {kMouse, kPad}) {
+  for (const std::string& path : all) {
     EXPECT_TRUE(kernel(path).mirrorDown.empty());
     EXPECT_FALSE(kernel(path).grabbed);
     EXPECT_FALSE(kernel(path).mirrored);

@@ -62,6 +62,24 @@ TEST(MirrorStream, motionPassesAndTheTouchSurfaceOfAMouseStaysHere) {
   EXPECT_EQ(handled(stream, {event(EV_ABS, ABS_MT_POSITION_X, 11), report()}), "");
 }
 
+TEST(MirrorStream, saysWhetherContactsWereSpokenOf) {
+  MirrorStream stream(magicMouse());
+  Spoken sink;
+  const auto told = [&](const std::vector<input_event>& events) {
+    stream.handle(events, sink);
+    return stream.toldOfContacts();
+  };
+  EXPECT_FALSE(told({event(EV_REL, REL_X, 1), report()}));
+  EXPECT_TRUE(told({event(EV_REL, REL_X, 1), event(EV_ABS, ABS_MT_POSITION_X, 7), report()}));
+  EXPECT_FALSE(told({event(EV_KEY, BTN_LEFT, 1), report()}));
+  EXPECT_TRUE(told({event(EV_SYN, SYN_DROPPED, 0)})) << "contacts may be among what was lost";
+  EXPECT_TRUE(told({event(EV_REL, REL_X, 1), report()})) << "the end of what was lost";
+  EXPECT_FALSE(told({event(EV_REL, REL_X, 1), report()}));
+  EXPECT_TRUE(told({event(EV_ABS, ABS_MT_POSITION_X, 8)}));
+  EXPECT_TRUE(told({report()})) << "a frame in two pieces";
+  EXPECT_FALSE(told({}));
+}
+
 TEST(MirrorStream, aButtonFollowsTheFrameItCameIn) {
   MirrorStream stream(magicMouse());
   EXPECT_EQ(handled(stream, {event(EV_KEY, BTN_LEFT, 1), event(EV_REL, REL_X, 2), report()}),

@@ -6,7 +6,6 @@
 #include <xcb/xinput.h>
 
 #include <cstdlib>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -14,9 +13,8 @@
 #include <vector>
 
 #include "adapters/linux/desktop_settings/linux_system_preferences.hpp"
-#include "adapters/linux/runtime/posix_clock.hpp"
-#include "adapters/linux/runtime/posix_main_queue.hpp"
-#include "support/child_process.hpp"
+#include "support/served_loop.hpp"
+#include "support/x_server.hpp"
 
 namespace velotap {
 namespace {
@@ -69,50 +67,16 @@ class Desktop {
   xcb_input_device_id_t pointer_ = 0;
 };
 
-class X11TouchpadsTest : public testing::Test {
+class X11TouchpadsTest : public testing::Test, protected test::ServedLoop {
  protected:
   void start() {
     touchpads.emplace(queue, queue, display, [this] { check(); });
   }
   [[nodiscard]] const DesktopTouchpads& all() const { return touchpads->touchpads(); }
-  /// Serves until `done` holds; fails when that takes longer than any machine needs.
-  void serveUntil(const std::function<bool()>& done) {
-    done_ = done;
-    check();
-    const auto limit = queue.asyncAfter(20, [this] {
-      ADD_FAILURE() << "waited in vain";
-      queue.stop();
-    });
-    if (done_) queue.run();
-    limit->cancel();
-  }
-  void check() {
-    if (!done_ || !done_()) return;
-    done_ = nullptr;
-    queue.stop();
-  }
-
-  static std::vector<std::string> serverCommand() {
-    return {"Xvfb", "-displayfd", "3", "-screen", "0", "64x64x24", "-nolisten", "tcp", "-noreset"};
-  }
-  /// Another server under the same name.
-  void restartServer() {
-    server.reset();
-    auto command = serverCommand();
-    command.insert(command.begin() + 1, display);
-    server.emplace(command, 3);
-    ASSERT_EQ(":" + server->line(), display);
-  }
-
-  std::optional<ChildProcess> server{std::in_place, serverCommand(), 3};
-  const std::string display = ":" + server->line();
+  test::XServer server;
+  const std::string& display = server.display();
   Desktop desktop{display};
-  PosixClock clock;
-  PosixMainQueue queue{clock};
   std::optional<X11Touchpads> touchpads;
-
- private:
-  std::function<bool()> done_;
 };
 
 TEST_F(X11TouchpadsTest, aPointerWithoutATouchpadsPropertiesIsNone) {
@@ -164,7 +128,7 @@ TEST_F(X11TouchpadsTest, aServerThatComesBackIsReadAgain) {
   desktop.set("libinput Tapping Enabled", std::vector<std::uint8_t>{1});
   start();
   EXPECT_TRUE(all().devices.at(0).settings.tapToClick);
-  restartServer();
+  server.restart();
   queue.runReady();
   EXPECT_TRUE(all().devices.at(0).settings.tapToClick) << "what was known stays meanwhile";
   serveUntil([this] { return all().devices.empty(); });

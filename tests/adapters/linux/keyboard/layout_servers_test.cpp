@@ -27,6 +27,7 @@
 #include "support/child_process.hpp"
 #include "support/served_loop.hpp"
 #include "support/temporary_folder.hpp"
+#include "support/x_server.hpp"
 
 namespace velotap {
 namespace {
@@ -44,20 +45,8 @@ class XServerTest : public LayoutServersTest {
     return source.keys() ? source.keys()->translate(code) : std::nullopt;
   }
 
-  static std::vector<std::string> serverCommand() {
-    return {"Xvfb", "-displayfd", "3", "-screen", "0", "64x64x24", "-nolisten", "tcp", "-noreset"};
-  }
-  /// Another server under the same name.
-  void restartServer() {
-    server.reset();
-    auto command = serverCommand();
-    command.insert(command.begin() + 1, display);
-    server.emplace(command, 3);
-    ASSERT_EQ(":" + server->line(), display);
-  }
-
-  std::optional<ChildProcess> server{std::in_place, serverCommand(), 3};
-  std::string display = ":" + server->line();
+  test::XServer server;
+  const std::string& display = server.display();
   X11LayoutSource source{queue, queue, display};
 };
 
@@ -103,7 +92,7 @@ TEST_F(XServerTest, aServerThatComesBackIsAskedAgain) {
   setLayout({"-layout", "de"});
   source.start([this] { check(); });
   EXPECT_EQ(typed(33), "ü");
-  restartServer();
+  server.restart();
   EXPECT_EQ(typed(33), "ü") << "what was known stays meanwhile";
   setLayout({"-layout", "fr"});
   serveUntil([this] { return typed(22) == "-"; });

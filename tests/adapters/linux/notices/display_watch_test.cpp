@@ -16,6 +16,7 @@
 #include "support/child_process.hpp"
 #include "support/served_loop.hpp"
 #include "support/temporary_folder.hpp"
+#include "support/x_server.hpp"
 
 namespace velotap {
 namespace {
@@ -59,12 +60,8 @@ void switchOff(const std::string& display) {
 
 class XDisplaysTest : public DisplayWatchTest {
  protected:
-  std::optional<ChildProcess> server_{
-      std::in_place,
-      std::vector<std::string>{"Xvfb", "-displayfd", "3", "-screen", "0", "64x64x24", "-nolisten",
-                               "tcp", "-noreset"},
-      3};
-  const std::string display_ = ":" + server_->line();
+  test::XServer server_;
+  const std::string& display_ = server_.display();
 };
 
 TEST_F(XDisplaysTest, AChangeIsTold) {
@@ -90,7 +87,7 @@ TEST_F(XDisplaysTest, NothingIsToldAfterTheEnd) {
 
 TEST_F(XDisplaysTest, AServerThatGoesIsSilent) {
   const auto watch = watchX11Displays(queue, display_, counting());
-  server_.reset();
+  server_.stop();
   queue.runReady();
   EXPECT_EQ(told_, 0);
 }

@@ -6,10 +6,12 @@
 
 #include <cerrno>
 #include <cstring>
+#include <fstream>
 #include <string>
 
 #include "adapters/linux/notices/login_functions.hpp"
 #include "support/served_loop.hpp"
+#include "support/temporary_folder.hpp"
 
 namespace velotap {
 namespace {
@@ -66,7 +68,7 @@ class SessionActivityTest : public ::testing::Test, protected test::ServedLoop {
 };
 
 TEST_F(SessionActivityTest, WithoutALoginManagerEverySessionIsActive) {
-  SessionActivity activity(queue, nullptr);
+  SessionActivity activity(queue, nullptr, nullptr);
   EXPECT_TRUE(activity.active());
   const Observation observation = activity.observe([] { FAIL(); });
   queue.runReady();
@@ -75,7 +77,7 @@ TEST_F(SessionActivityTest, WithoutALoginManagerEverySessionIsActive) {
 TEST_F(SessionActivityTest, AProcessBelongsToItsOwnSession) {
   book.pidSession = "c2";
   book.displaySession = "7";
-  const SessionActivity activity(queue, &kFunctions);
+  const SessionActivity activity(queue, &kFunctions, nullptr);
   EXPECT_TRUE(activity.active());
   EXPECT_EQ(book.asked, "c2");
   book.active = 0;
@@ -85,13 +87,13 @@ TEST_F(SessionActivityTest, AProcessBelongsToItsOwnSession) {
 TEST_F(SessionActivityTest, AServiceBelongsToTheUsersDisplay) {
   book.displaySession = "7";
   book.active = 0;
-  const SessionActivity activity(queue, &kFunctions);
+  const SessionActivity activity(queue, &kFunctions, nullptr);
   EXPECT_FALSE(activity.active());
   EXPECT_EQ(book.asked, "7");
 }
 
 TEST_F(SessionActivityTest, WhereNobodyKnowsItIsActive) {
-  const SessionActivity activity(queue, &kFunctions);
+  const SessionActivity activity(queue, &kFunctions, nullptr);
   EXPECT_TRUE(activity.active()) << "no session at all";
   book.pidSession = "c2";
   book.active = -ENXIO;
@@ -99,7 +101,7 @@ TEST_F(SessionActivityTest, WhereNobodyKnowsItIsActive) {
 }
 
 TEST_F(SessionActivityTest, EveryChangeIsTold) {
-  SessionActivity activity(queue, &kFunctions);
+  SessionActivity activity(queue, &kFunctions, nullptr);
   int told = 0;
   Observation observation = activity.observe([&] {
     ++told;
@@ -116,7 +118,7 @@ TEST_F(SessionActivityTest, EveryChangeIsTold) {
 }
 
 TEST_F(SessionActivityTest, GivesItsMonitorBack) {
-  { const SessionActivity activity(queue, &kFunctions); }
+  { const SessionActivity activity(queue, &kFunctions, nullptr); }
   EXPECT_EQ(book.open, 0);
 }
 
@@ -124,13 +126,40 @@ TEST_F(SessionActivityTest, WithoutAMonitorItStillAnswers) {
   book.monitors = false;
   book.pidSession = "c2";
   book.active = 0;
-  const SessionActivity activity(queue, &kFunctions);
+  const SessionActivity activity(queue, &kFunctions, nullptr);
   EXPECT_FALSE(activity.active());
+}
+
+/// The kernel's file that names the console in front.
+std::string consoleFile(const TemporaryFolder& folder, const std::string& text) {
+  const std::string path = (folder.path() / "active").string();
+  std::ofstream(path) << text;
+  return path;
+}
+
+TEST_F(SessionActivityTest, WhereNobodyKnowsTheConsoleInFrontDecides) {
+  const TemporaryFolder folder;
+  const std::string console = consoleFile(folder, "tty2\n");
+  EXPECT_TRUE(SessionActivity(queue, nullptr, "2", console).active());
+  EXPECT_FALSE(SessionActivity(queue, nullptr, "3", console).active());
+  EXPECT_FALSE(SessionActivity(queue, &kFunctions, "3", console).active()) << "no session at all";
+  book.pidSession = "c2";
+  book.active = -ENXIO;
+  EXPECT_FALSE(SessionActivity(queue, &kFunctions, "3", console).active()) << "an unknown one";
+}
+
+TEST_F(SessionActivityTest, TheLoginManagersWordStandsAboveTheConsoles) {
+  const TemporaryFolder folder;
+  const std::string console = consoleFile(folder, "tty2\n");
+  book.pidSession = "c2";
+  EXPECT_TRUE(SessionActivity(queue, &kFunctions, "3", console).active());
+  book.active = 0;
+  EXPECT_FALSE(SessionActivity(queue, &kFunctions, "2", console).active());
 }
 
 TEST(SessionActivityOfThisSystem, Answers) {
   test::ServedLoop loop;
-  const SessionActivity activity(loop.queue);
+  const SessionActivity activity(loop.queue, nullptr);
   static_cast<void>(activity.active());
 }
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <ostream>
 #include <string>
 
 #include "adapters/linux/recordings/evdev_recording.hpp"
@@ -120,6 +121,10 @@ struct BadCase {
   const char* text;
   int line;
 };
+
+std::ostream& operator<<(std::ostream& out, const BadCase& c) {
+  return out << testing::PrintToString(std::string(c.text));
+}
 
 class BadRecordings : public testing::TestWithParam<BadCase> {};
 

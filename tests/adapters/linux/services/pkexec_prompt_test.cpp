@@ -62,7 +62,7 @@ class PkexecPromptTest : public ::testing::Test, protected test::ServedLoop {
   const std::filesystem::path devices_ = folder_.path() / "dev";
   const std::string fifo_ = (folder_.path() / "fifo").string();
   const std::string helper_ = (folder_.path() / "helper").string();
-  SessionActivity activity_{queue};
+  SessionActivity activity_{queue, nullptr};
   RecordingUrls urls_;
   std::optional<AccessWatch> access_;
   std::optional<PkexecPrompt> prompt_;

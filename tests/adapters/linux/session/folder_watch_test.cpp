@@ -6,12 +6,10 @@
 
 #include "adapters/linux/runtime/posix_clock.hpp"
 #include "adapters/linux/runtime/posix_main_queue.hpp"
-#include "temporary_folder.hpp"
+#include "support/temporary_folder.hpp"
 
 namespace velotap {
 namespace {
-
-using test::TemporaryFolder;
 
 // What the kernel has to say of a file is readable as soon as the file was touched, so that no
 // test waits.

@@ -4,12 +4,10 @@
 
 #include "adapters/linux/runtime/posix_clock.hpp"
 #include "adapters/linux/runtime/posix_main_queue.hpp"
-#include "temporary_folder.hpp"
+#include "support/temporary_folder.hpp"
 
 namespace velotap {
 namespace {
-
-using test::TemporaryFolder;
 
 class SocketRecoveryTest : public testing::Test {
  protected:

@@ -7,13 +7,13 @@
 
 #include "adapters/linux/runtime/posix_clock.hpp"
 #include "adapters/linux/runtime/posix_main_queue.hpp"
-#include "temporary_folder.hpp"
+#include "desktop_entry_text.hpp"
+#include "support/temporary_folder.hpp"
 
 namespace velotap {
 namespace {
 
 using test::desktopEntry;
-using test::TemporaryFolder;
 
 class InstalledApplicationsTest : public testing::Test {
  protected:

@@ -12,10 +12,11 @@
 
 #include "adapters/linux/runtime/posix_clock.hpp"
 #include "adapters/linux/runtime/posix_main_queue.hpp"
+#include "desktop_entry_text.hpp"
 #include "fake_sources.hpp"
 #include "support/recording_log.hpp"
+#include "support/temporary_folder.hpp"
 #include "support/virtual_time.hpp"
-#include "temporary_folder.hpp"
 
 namespace velotap {
 namespace {
@@ -57,7 +58,7 @@ class LinuxWorkspaceTest : public testing::Test {
   test::ExactClock clock;
   test::VirtualQueue queue{clock};
   test::RecordingLog log;
-  test::TemporaryFolder folder;
+  TemporaryFolder folder;
   test::FakeSources sources;
   test::FakeRecovery* recovery = nullptr;
   LinuxWorkspace workspace{AppId::intern("app.norwend.velotap"),

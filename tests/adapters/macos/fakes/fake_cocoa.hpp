@@ -6,9 +6,11 @@
 #include <string>
 #include <vector>
 
+#include "adapters/macos/cocoa/cocoa_appearance.hpp"
 #include "adapters/macos/cocoa/cocoa_workspace.hpp"
 #include "adapters/macos/preferences/preferences_changes.hpp"
 #include "adapters/macos/shell/mac_alerts.hpp"
+#include "adapters/macos/shell/native_dialogs.hpp"
 
 namespace velotap::test {
 
@@ -37,6 +39,12 @@ class FakeWorkspace final : public CocoaWorkspace {
   std::optional<CocoaBundle> bundleWithId(const std::string& bundleId) override {
     for (const CocoaBundle& bundle : bundles) {
       if (bundle.bundleId == bundleId) return bundle;
+    }
+    return std::nullopt;
+  }
+  std::optional<CocoaBundle> bundleAtPath(const std::string& place) override {
+    for (const CocoaBundle& bundle : bundles) {
+      if (bundle.path == place) return bundle;
     }
     return std::nullopt;
   }
@@ -84,6 +92,55 @@ class FakeAlertPanel final : public CocoaAlertPanel {
 
   long answer = 1000;
   std::vector<AlertRequest> shown;
+};
+
+/// Answers as the person in the test does, and keeps what was written and copied.
+class FakeDialogs final : public NativeDialogs {
+ public:
+  std::vector<std::string> chooseApplications(const std::string& message) override {
+    messages.push_back(message);
+    return chosen;
+  }
+  std::optional<std::string> chooseSaveLocation(const std::string& name) override {
+    proposed.push_back(name);
+    return saveLocation;
+  }
+  bool writeFile(const std::string& path, const std::string& bytes) override {
+    if (writes) files[path] = bytes;
+    return writes;
+  }
+  bool copyText(const std::string& text) override {
+    if (copies) pasteboard = text;
+    return copies;
+  }
+  std::vector<std::byte> icon(const std::string& path, int pixels) override {
+    drawn.push_back(path + " " + std::to_string(pixels));
+    return image;
+  }
+
+  std::vector<std::string> chosen;
+  std::optional<std::string> saveLocation;
+  bool writes = true;
+  bool copies = true;
+  std::vector<std::byte> image{std::byte{'P'}, std::byte{'N'}, std::byte{'G'}};
+  std::vector<std::string> messages;
+  std::vector<std::string> proposed;
+  std::map<std::string, std::string> files;
+  std::string pasteboard;
+  std::vector<std::string> drawn;
+};
+
+class FakeAppearance final : public CocoaAppearance {
+ public:
+  bool dark() override { return darkNow; }
+  bool highContrast() override { return contrastNow; }
+  Observation observe(std::function<void()> changed) override {
+    return changes.add(std::move(changed));
+  }
+
+  bool darkNow = false;
+  bool contrastNow = false;
+  ObserverList<> changes;
 };
 
 }  // namespace velotap::test

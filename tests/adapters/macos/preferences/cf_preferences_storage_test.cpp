@@ -67,6 +67,26 @@ TEST_F(CfPreferencesStorageTest, whatCannotBeWrittenAsTextChangesNothing) {
   EXPECT_TRUE(storage_.load("\xff").empty());
 }
 
+TEST_F(CfPreferencesStorageTest, whatCannotBeMadeIsNotStoredByHalf) {
+  const ValueMap before = {{"kept", true}};
+  EXPECT_TRUE(storage_.store(kDomain, before));
+  const ValueMap after = {{"kept", false},
+                          {"whole", 1},
+                          {"real", 0.5},
+                          {"text", "x"},
+                          {"list", Value::strings({"a", "b"})},
+                          {"map", ValueMap{{"inner", 2}}}};
+  for (const char* function :
+       {"CFNumberCreate", "CFStringCreateWithBytes", "CFArrayCreate", "CFDictionaryCreate"}) {
+    cf_.fail(function);
+    EXPECT_FALSE(storage_.store(kDomain, after)) << function;
+    cf_.succeed(function);
+    EXPECT_EQ(storage_.load(kDomain), before) << function;
+  }
+  EXPECT_TRUE(storage_.store(kDomain, after));
+  EXPECT_EQ(storage_.load(kDomain), after);
+}
+
 TEST_F(CfPreferencesStorageTest, aDomainThatCannotBeReadIsEmpty) {
   EXPECT_TRUE(storage_.store(kDomain, {{"a", 1}}));
   cf_.fail("CFPreferencesCopyMultiple");

@@ -1,2 +1,6 @@
-// Included by system-independent headers; nothing of it is used here.
+// Which of its systems Apple's compilers compile for; Qt asks.
 #pragma once
+
+#define TARGET_OS_MAC 1
+#define TARGET_OS_OSX 1
+#define TARGET_OS_IPHONE 0

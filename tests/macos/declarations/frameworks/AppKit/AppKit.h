@@ -25,6 +25,7 @@ typedef enum NSApplicationActivationPolicy : NSInteger {
 @interface NSWorkspace : NSObject
 @property(class, readonly) NSWorkspace* sharedWorkspace;
 @property(readonly) NSNotificationCenter* notificationCenter;
+@property(readonly) BOOL accessibilityDisplayShouldIncreaseContrast;
 @property(readonly) NSRunningApplication* frontmostApplication;
 @property(readonly, copy) NSArray<NSRunningApplication*>* runningApplications;
 - (BOOL)openURL:(NSURL*)url;
@@ -182,6 +183,12 @@ typedef enum NSBitmapImageFileType : NSUInteger {
 + (void)restoreGraphicsState;
 @end
 
+typedef NSString* NSAppearanceName;
+
+@interface NSAppearance : NSObject
+- (NSAppearanceName)bestMatchFromAppearancesWithNames:(NSArray<NSAppearanceName>*)names;
+@end
+
 @interface NSAlert : NSObject
 @property(copy) NSString* messageText;
 @property(copy) NSString* informativeText;
@@ -205,6 +212,8 @@ typedef enum NSBitmapImageFileType : NSUInteger {
 @property(strong) NSMenu* mainMenu;
 @property(strong) NSMenu* windowsMenu;
 @property(weak) id<NSApplicationDelegate> delegate;
+@property(readonly, strong) NSAppearance* effectiveAppearance;
+- (BOOL)sendAction:(SEL)action to:(id)target from:(id)sender;
 - (void)activateIgnoringOtherApps:(BOOL)ignore;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy;
 - (void)run;
@@ -222,6 +231,9 @@ extern NSAccessibilityNotificationUserInfoKey const NSAccessibilityPriorityKey;
 void NSAccessibilityPostNotificationWithUserInfo(
     id element, NSAccessibilityNotificationName notification,
     NSDictionary<NSAccessibilityNotificationUserInfoKey, id>* userInfo);
+extern NSAppearanceName const NSAppearanceNameAqua;
+extern NSAppearanceName const NSAppearanceNameDarkAqua;
+extern NSNotificationName const NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification;
 extern NSNotificationName const NSWorkspaceWillSleepNotification;
 extern NSNotificationName const NSWorkspaceDidWakeNotification;
 extern NSNotificationName const NSWorkspaceDidActivateApplicationNotification;

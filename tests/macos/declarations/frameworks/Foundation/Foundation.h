@@ -89,6 +89,8 @@ struct NSFastEnumerationState {
 @interface NSData : NSObject
 @property(readonly) NSUInteger length;
 @property(readonly) const void* bytes;
++ (instancetype)dataWithBytes:(const void*)bytes length:(NSUInteger)length;
+- (BOOL)writeToFile:(NSString*)path atomically:(BOOL)whole;
 @end
 
 @interface NSDate : NSObject

@@ -1,0 +1,168 @@
+// The windows that a Mac shows, over recorders of its frameworks and a screen in memory.
+#include "app/macos/qt/qt_windows.hpp"
+
+#include <gtest/gtest.h>
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QKeySequence>
+
+#include "app/macos/mac_world.hpp"
+#include "settings/window/about_object.hpp"
+#include "settings/window/apps_object.hpp"
+
+namespace velotap::test {
+namespace {
+
+struct WindowWorld : MacWorld {
+  WindowWorld() {
+    cocoa.bundles = {{.path = "/Applications/Editor.app",
+                      .bundleId = "com.example.editor",
+                      .displayName = "Editor"}};
+  }
+
+  FakeDialogs dialogs;
+  FakeAppearance appearance;
+  MacApplications applications{cocoa};
+  MacPanels panels{dialogs, cocoa};
+  int activations = 0;
+  QtWindows windows{{.applications = applications,
+                     .panels = panels,
+                     .appearance = appearance,
+                     .stateFolder = folder.path().string(),
+                     .activate = [this] { ++activations; }}};
+};
+
+class QtWindowsTest : public ::testing::Test {
+ protected:
+  static WindowWorld& world() {
+    static WindowWorld instance;
+    return instance;
+  }
+  static Application& application() {
+    static Application instance([] {
+      Application::Surroundings surroundings = world().surroundings();
+      surroundings.effects.activate = [] { ++world().activations; };
+      surroundings.effects.openSettings = [](SettingsPane pane) {
+        world().windows.showSettings(pane);
+      };
+      return surroundings;
+    }());
+    return instance;
+  }
+
+  QtWindowsTest() {
+    world().activations = 0;
+    world().windows.connect(application());
+  }
+  ~QtWindowsTest() override { world().windows.close(); }
+
+  static SettingsWindow& settings() { return *world().windows.settings(); }
+  template <typename Pane>
+  static Pane& pane(QObject* object) {
+    return *qobject_cast<Pane*>(object);
+  }
+};
+
+TEST_F(QtWindowsTest, settingsOpenOnThePaneThatIsWantedAndComeToTheFront) {
+  world().windows.showSettings(SettingsPane::about);
+  ASSERT_TRUE(settings().isOpen());
+  EXPECT_TRUE(settings().view()->isVisible());
+  EXPECT_EQ(settings().view()->errors().size(), 0);
+  EXPECT_EQ(world().activations, 1);
+  const QQuickView* window = settings().view();
+  world().windows.showSettings(SettingsPane::general);
+  EXPECT_EQ(settings().view(), window) << "the same window";
+  EXPECT_EQ(world().activations, 2);
+}
+
+TEST_F(QtWindowsTest, theOnboardingOpensAndGoesOnToTheSettings) {
+  application().onboarding().show();
+  ASSERT_NE(world().windows.onboarding()->window(), nullptr);
+  EXPECT_TRUE(application().onboarding().isVisible());
+  EXPECT_EQ(world().windows.onboarding()->window()->title(), QStringLiteral("Set Up Velotap"));
+  EXPECT_EQ(world().windows.onboarding()->window()->errors().size(), 0);
+  application().onboarding().continueToSettings();
+  EXPECT_TRUE(settings().isOpen());
+}
+
+TEST_F(QtWindowsTest, practisingLeadsToTheGestures) {
+  application().onboarding().show();
+  application().onboarding().tryMiddleClick();
+  EXPECT_TRUE(settings().isOpen());
+}
+
+TEST_F(QtWindowsTest, chosenApplicationsBecomeRulesWithTheirIcons) {
+  world().windows.showSettings(SettingsPane::general);
+  auto& apps = pane<AppsObject>(settings().panes()->apps);
+  world().dialogs.chosen = {"/Applications/Editor.app"};
+  apps.chooseApplications(QStringLiteral("ignored"));
+  EXPECT_EQ(Config::shared().ignoredApps(), std::vector<std::string>{"com.example.editor"});
+  EXPECT_EQ(world().dialogs.drawn, std::vector<std::string>{"/Applications/Editor.app 64"});
+  apps.remove(QStringLiteral("ignored"), QStringLiteral("com.example.editor"));
+}
+
+TEST_F(QtWindowsTest, windowsFollowTheAppearance) {
+  world().windows.showSettings(SettingsPane::general);
+  auto* context = qobject_cast<ViewContext*>(ViewContext::create(nullptr, nullptr));
+  ASSERT_NE(context, nullptr);
+  EXPECT_FALSE(context->dark());
+  world().appearance.darkNow = true;
+  world().appearance.contrastNow = true;
+  world().appearance.changes.notify();
+  EXPECT_TRUE(context->dark());
+  EXPECT_TRUE(context->look().highContrast);
+  world().appearance.darkNow = world().appearance.contrastNow = false;
+  world().appearance.changes.notify();
+}
+
+class KeyRecorder final : public QWindow {
+ public:
+  QStringList keys;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    keys.append(QKeySequence(event->modifiers() | event->key()).toString());
+  }
+};
+
+TEST_F(QtWindowsTest, editCommandsReachTheWindowWithTheKeyboardAsKeys) {
+  const Windows::Editor edit = world().windows.editor();
+  KeyRecorder window;
+  window.show();
+  window.requestActivate();
+  QCoreApplication::processEvents();
+  ASSERT_EQ(QGuiApplication::focusWindow(), &window);
+  for (const ResponderCommand command :
+       {ResponderCommand::undo, ResponderCommand::redo, ResponderCommand::cut,
+        ResponderCommand::copy, ResponderCommand::paste, ResponderCommand::selectAll}) {
+    EXPECT_TRUE(edit(command));
+  }
+  EXPECT_EQ(window.keys.join(u' '),
+            QStringLiteral("Ctrl+Z Ctrl+Shift+Z Ctrl+X Ctrl+C Ctrl+V Ctrl+A"));
+  EXPECT_FALSE(edit(ResponderCommand::close)) << "the system's own matter";
+  EXPECT_FALSE(edit(ResponderCommand::minimize));
+}
+
+TEST_F(QtWindowsTest, withoutAWindowThatHasTheKeyboardTheSystemIsAsked) {
+  ASSERT_EQ(QGuiApplication::focusWindow(), nullptr);
+  world().menuBar.show(nativeMenuBar(
+      {MenuItem{.submenu = {MenuItem{.title = "Copy", .responder = ResponderCommand::copy}}}},
+      world().menuBar, world().windows.editor()));
+  world().menuBar.choose("Copy");
+  EXPECT_EQ(world().menuBar.sent, std::vector<std::string>{"copy:"});
+}
+
+TEST_F(QtWindowsTest, placesAndSizesAreKeptWhenTheProgramEnds) {
+  world().windows.showSettings(SettingsPane::general);
+  settings().view()->resize(600, 640);
+  world().windows.close();
+  EXPECT_EQ(world().windows.settings(), nullptr);
+  world().windows.showSettings(SettingsPane::general);  // too late: nothing
+  world().windows.connect(application());
+  world().windows.showSettings(SettingsPane::general);
+  EXPECT_EQ(settings().view()->size(), QSize(600, 640));
+}
+
+}  // namespace
+}  // namespace velotap::test
