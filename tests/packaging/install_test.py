@@ -43,6 +43,11 @@ class InstallTest(unittest.TestCase):
     def test_the_program_with_windows_is_beside_it(self):
         if not self.has_windows:
             self.skipTest("built without windows")
+        for option in ("--version", "--help"):
+            both = {subprocess.run([self.path(f"bin/{name}"), option], capture_output=True,
+                                   text=True, check=True, env={"HOME": self.folder}).stdout
+                    for name in ("velotap", "velotap-desktop")}
+            self.assertEqual(len(both), 1, "one answer, whichever is asked")
         with tempfile.TemporaryDirectory(prefix="velotap-pictures-") as pictures:
             told = self.run_program("--listlane-capture", pictures, "--scenes", "gestures")
             self.assertEqual(told.returncode, 0, told.stderr)

@@ -27,6 +27,7 @@
 #include "adapters/qt/desktop/qt_regional_settings.hpp"
 #include "adapters/qt/desktop/unseen_announcer.hpp"
 #include "adapters/qt/runtime/qt_main_loop.hpp"
+#include "app/command_line.hpp"
 #include "app/qt/desktop_application.hpp"
 #include "app/qt/linux_desktop_facts.hpp"
 #include "config/app_identity.hpp"
@@ -129,6 +130,12 @@ int run(QApplication& application, const Descriptor& interrupts) {
 int main(int argc, char** argv) {
   using namespace velotap;
   if (const auto status = takePictures(argc, argv)) return *status;
+  // Whoever starts this one directly is answered as by `velotap`, without a display.
+  const CommandLine line = parseCommandLine(argc, argv);
+  if (line.help || line.version) {
+    std::cout << (line.help ? helpText() : versionText());
+    return 0;
+  }
   std::signal(SIGPIPE, SIG_IGN);
   const Descriptor interrupts = takeInterrupts();
   QApplication application(argc, argv);
