@@ -57,11 +57,13 @@ void TapActivityLog::record(TapActivity activity, const TouchTrace& touch, doubl
 }
 
 void TapActivityLog::keepPinch(const TouchTrace& touch) {
-  change([&touch](State& state) { state.touches.keepPinch(touch); });
+  const std::lock_guard guard(state_->lock);
+  state_->touches.keepPinch(touch);
 }
 
 void TapActivityLog::keepClick(MTPoint position) {
-  change([position](State& state) { state.touches.keepClick(position); });
+  const std::lock_guard guard(state_->lock);
+  state_->touches.keepClick(position);
 }
 
 KeptTouches TapActivityLog::touches() const {

@@ -54,9 +54,9 @@ class TapActivityLog {
   /// As well, and keeps the touch behind it. `end` is the uptime, `sinceNatural` the seconds since
   /// the last physical click.
   void record(TapActivity activity, const TouchTrace& touch, double end, double sinceNatural);
-  /// Keeps a pinch that ended. Any thread.
+  /// Keeps a pinch that ended. Any thread. No tap, so nobody is told.
   void keepPinch(const TouchTrace& touch);
-  /// Keeps where the only finger lay at a physical click. Any thread.
+  /// Keeps where the only finger lay at a physical click. Any thread. Nobody is told.
   void keepClick(MTPoint position);
   /// A copy of the touches that are kept. They outlive `clear`, which tidies a list on screen.
   [[nodiscard]] KeptTouches touches() const;

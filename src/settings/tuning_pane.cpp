@@ -248,6 +248,8 @@ void TuningPane::addUndo(const Texts& texts, TuningView& view) const {
 
 TuningView TuningPane::view(const Texts& texts) const {
   const TuningSnapshot current = snapshot();
+  // Pinches and clicks are kept without a word, so they are fetched whenever the pane is shown.
+  if (!paused_) touches_ = log_.touches();
   TuningView view;
   view.introTitle = texts("Tuning");
   view.introText = texts("refine.tuning.intro");

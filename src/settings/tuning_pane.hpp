@@ -153,7 +153,7 @@ class TuningPane {
   Announce announce_;
   DidChange changed_;
   std::vector<TapActivity> activity_;
-  KeptTouches touches_;
+  mutable KeptTouches touches_;  // a copy, made anew with each view
   TapActivityFilter filter_;
   bool paused_ = false;
   std::optional<TuningUndo> undo_;

@@ -53,7 +53,7 @@ AppsObject::AppsObject(AppsEffects effects, QObject* parent)
       effects_(std::move(effects)),
       pane_(effects_.config, effects_.applications, effects_.announce, effects_.options),
       chooser_({}) {
-  refresh();
+  AppsObject::refresh();
 }
 
 void AppsObject::refresh() {

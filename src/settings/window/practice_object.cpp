@@ -50,7 +50,7 @@ QVariantList links(const PracticeView& view) {
 
 PracticeObject::PracticeObject(PracticeEffects effects, QObject* parent)
     : PaneObject(parent), effects_(std::move(effects)) {
-  refresh();
+  PracticeObject::refresh();
 }
 
 void PracticeObject::refresh() {
