@@ -40,6 +40,12 @@ double seconds(const input_event& event) {
 }
 
 std::optional<EvdevRecording> readRecording(std::string_view path, std::ostream& errors) {
+  // A stream can open a folder, and throws when it is read.
+  std::error_code unknown;
+  if (std::filesystem::is_directory(path, unknown)) {
+    errors << "velotap-lab: " << path << ": " << std::strerror(EISDIR) << '\n';
+    return std::nullopt;
+  }
   std::ifstream file{std::string(path), std::ios::binary};
   const std::string text{std::istreambuf_iterator<char>(file), {}};
   if (!file.is_open() || file.bad()) {

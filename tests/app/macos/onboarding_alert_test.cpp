@@ -134,7 +134,7 @@ TEST_F(RunOnboardingAlertTest, onceGivenItGoesOnToTheSettings) {
   trust.setTrusted(true);
   permissions_.refresh();
   answer({0});
-  EXPECT_EQ(calls_, std::vector<std::string>{"window"});
+  EXPECT_EQ(calls_, (std::vector<std::string>{"window", "close"}));
 }
 
 }  // namespace

@@ -111,7 +111,7 @@ class CaptureTest(unittest.TestCase):
             self.addCleanup(os.close, program)
             done = subprocess.run([f"/proc/self/fd/{program}", "--listlane-capture",
                                    str(folder / "pictures"), "--scenes", "gestures"],
-                                  env=self.environment | {"HOME": "/nonexistent"}, cwd="/",
+                                  env=self.environment | {"HOME": "/dev/null/home"}, cwd="/",
                                   capture_output=True, text=True, timeout=60, check=False,
                                   pass_fds=[program], **user)
             self.assertEqual(done.returncode, 0, name + done.stderr)

@@ -9,7 +9,8 @@ import sys
 import unittest
 
 # What every program of the system runs on.
-RUNTIME = ("libc.so", "libm.so", "libgcc_s.so", "libstdc++.so", "ld-linux")
+RUNTIME = ("libc.so", "libm.so", "libgcc_s.so", "libstdc++.so", "ld-linux", "libasan.so",
+           "libubsan.so")
 # Opened where the usual one is missing; both are the same interface.
 STAND_INS = ("libelogind.so", "libbasu.so")
 LIBRARY = re.compile(rb"lib[A-Za-z0-9_+-]+\.so\.[0-9]+")

@@ -76,8 +76,10 @@ TEST(Recordings, anImportedRecordingReplaysAsTheClickItWas) {
 TEST(TouchCommands, refuseWhatTheyCannotRead) {
   std::ostringstream out;
   std::ostringstream errors;
-  EXPECT_EQ(runImportCommand({"/nonexistent"}, out, errors), kExitUsage);
+  EXPECT_EQ(runImportCommand({"/nonexistent/recording"}, out, errors), kExitUsage);
   EXPECT_NE(errors.str().find("/nonexistent"), std::string::npos);
+  EXPECT_EQ(runImportCommand({"/"}, out, errors), kExitUsage);
+  EXPECT_NE(errors.str().find("Is a directory"), std::string::npos);
   EXPECT_EQ(runImportCommand({}, out, errors), kExitUsage);
   EXPECT_EQ(runDemoCommand({}, out, errors), kExitUsage);
   EXPECT_EQ(runRecordCommand({"/dev/null"}, out, errors), kExitFailed);

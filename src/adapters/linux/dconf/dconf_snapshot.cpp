@@ -2,17 +2,18 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <fstream>
-#include <iterator>
 
 #include "adapters/linux/dconf/gvdb.hpp"
+#include "adapters/linux/files/read_file.hpp"
 
 namespace velotap {
 namespace {
 
+// Many times what a desktop keeps there.
+constexpr std::size_t kLargestDatabase = 64 * 1024 * 1024;
+
 std::string bytesOf(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  return readFile(path, kLargestDatabase).text;
 }
 
 std::string pathOf(std::string_view schema, std::string_view key) {

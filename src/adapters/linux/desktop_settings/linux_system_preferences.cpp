@@ -1,13 +1,12 @@
 #include "adapters/linux/desktop_settings/linux_system_preferences.hpp"
 
-#include <fstream>
-#include <iterator>
 #include <utility>
 #include <vector>
 
 #include "adapters/linux/dconf/dconf_snapshot.hpp"
 #include "adapters/linux/desktop_settings/kde_config.hpp"
 #include "adapters/linux/desktop_settings/touchpad_readers.hpp"
+#include "adapters/linux/files/read_file.hpp"
 
 namespace velotap {
 namespace {
@@ -25,11 +24,12 @@ std::vector<std::string> watchedFiles(const DesktopPlaces& places) {
   return {};
 }
 
+constexpr std::size_t kLargestConfiguration = 4 * 1024 * 1024;
+
 KdeConfig kdeConfigOf(const std::vector<std::string>& files) {
   KdeConfig config;
   for (const auto& path : files) {
-    std::ifstream file(path, std::ios::binary);
-    config.add(std::string{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()});
+    config.add(readFile(path, kLargestConfiguration).text);
   }
   return config;
 }

@@ -1,12 +1,14 @@
 #include "adapters/linux/keyboard/configured_layout_source.hpp"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <utility>
+
+#include "adapters/linux/files/read_file.hpp"
 
 namespace velotap {
 namespace {
+
+constexpr std::size_t kLargestConfiguration = 4 * 1024 * 1024;
 
 std::string_view trimmed(std::string_view text) {
   const auto begin = text.find_first_not_of(" \t\r");
@@ -92,8 +94,7 @@ void ConfiguredLayoutSource::start(std::function<void()> changed) {
 
 void ConfiguredLayoutSource::read() {
   for (const auto& path : files_) {
-    std::ifstream file(path, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    const std::string text = readFile(path, kLargestConfiguration).text;
     const auto names = path.ends_with(".conf") && text.find("Section") != std::string::npos
                            ? layoutOfServerOptions(text)
                            : layoutOfAssignments(text);

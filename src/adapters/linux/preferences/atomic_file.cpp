@@ -166,28 +166,4 @@ std::optional<std::string> createFolder(const std::string& path) {
   return std::nullopt;
 }
 
-FileContent readFile(const std::string& path, std::size_t limit) {
-  using State = FileContent::State;
-  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-  if (!file.ok()) {
-    if (errno == ENOENT) return {State::absent, {}, {}};
-    return {State::unreadable, {}, std::strerror(errno)};
-  }
-  struct stat info {};
-  if (::fstat(file.get(), &info) != 0) return {State::unreadable, {}, std::strerror(errno)};
-  if (!S_ISREG(info.st_mode)) return {State::notAFile, {}, "it is not a regular file"};
-  std::string text;
-  std::array<char, 16384> block;
-  while (true) {
-    const ssize_t n = ::read(file.get(), block.data(), block.size());
-    if (n < 0 && errno == EINTR) continue;
-    if (n < 0) return {State::unreadable, {}, std::strerror(errno)};
-    if (n == 0) return {State::present, std::move(text), {}};
-    text.append(block.data(), static_cast<std::size_t>(n));
-    if (text.size() > limit) {
-      return {State::tooLarge, {}, "it is larger than " + std::to_string(limit) + " bytes"};
-    }
-  }
-}
-
 }  // namespace velotap

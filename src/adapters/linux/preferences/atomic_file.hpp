@@ -39,14 +39,4 @@ void removeLeftovers(const std::string& path);
 /// what went wrong.
 [[nodiscard]] std::optional<std::string> createFolder(const std::string& path);
 
-struct FileContent {
-  enum class State { absent, present, unreadable, notAFile, tooLarge };
-  State state = State::absent;
-  std::string text;
-  std::string error;  ///< why there is no text
-};
-
-/// At most `limit` bytes; a larger file is refused whole. Never waits, whatever kind of file it is.
-[[nodiscard]] FileContent readFile(const std::string& path, std::size_t limit);
-
 }  // namespace velotap

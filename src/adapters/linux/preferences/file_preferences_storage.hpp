@@ -21,6 +21,7 @@
 
 #include "adapters/linux/descriptor_loop.hpp"
 #include "adapters/linux/files/file_watch.hpp"
+#include "adapters/linux/files/read_file.hpp"
 #include "adapters/linux/preferences/atomic_file.hpp"
 #include "platform/preferences_storage.hpp"
 

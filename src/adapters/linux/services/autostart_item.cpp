@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "adapters/linux/files/entry_value.hpp"
+#include "adapters/linux/files/read_file.hpp"
 #include "adapters/linux/preferences/atomic_file.hpp"
 #include "adapters/linux/services/child_command.hpp"
 

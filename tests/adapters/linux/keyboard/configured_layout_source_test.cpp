@@ -48,6 +48,12 @@ TEST_F(ConfiguredLayoutSourceTest, knowsNothingWithoutFiles) {
   EXPECT_EQ(changes, 0);
 }
 
+TEST_F(ConfiguredLayoutSourceTest, aFolderInTheFilesPlaceSaysNothing) {
+  root.makeFolder("etc/default/keyboard");
+  start();
+  EXPECT_FALSE(source.keys());
+}
+
 TEST_F(ConfiguredLayoutSourceTest, followsTheFile) {
   root.replace("etc/default/keyboard", "XKBLAYOUT=de\n");
   start();

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "adapters/linux/files/read_file.hpp"
 #include "settings_folder.hpp"
 
 namespace velotap {
@@ -165,40 +166,6 @@ TEST_F(AtomicFileTest, linksInACircleEnd) {
   fs::create_symlink("b", root.path() / "a");
   fs::create_symlink("a", root.path() / "b");
   EXPECT_EQ(linkChain(root.path() / "a").size(), 41U);
-}
-
-TEST_F(AtomicFileTest, readsUpToTheLimit) {
-  for (const std::size_t size : {std::size_t{99}, std::size_t{100}}) {
-    put(path, std::string(size, 'x'));
-    const FileContent read = readFile(path, 100);
-    EXPECT_EQ(read.state, State::present);
-    EXPECT_EQ(read.text, std::string(size, 'x'));
-  }
-  put(path, std::string(101, 'x'));
-  const FileContent read = readFile(path, 100);
-  EXPECT_EQ(read.state, State::tooLarge);
-  EXPECT_TRUE(read.text.empty());
-  EXPECT_EQ(read.error, "it is larger than 100 bytes");
-}
-
-TEST_F(AtomicFileTest, readsFilesOfSeveralBlocksAndEmptyOnes) {
-  std::string text;
-  for (int i = 0; i < 20'000; ++i) text += std::to_string(i);
-  put(path, text);
-  EXPECT_EQ(readFile(path, 1'000'000).text, text);
-  put(path, "");
-  EXPECT_EQ(readFile(path, 100).state, State::present);
-  EXPECT_EQ(readFile(path, 100).text, "");
-}
-
-TEST_F(AtomicFileTest, tellsWhyThereIsNothingToRead) {
-  EXPECT_EQ(readFile(root.path() / "missing", 100).state, State::absent);
-  EXPECT_EQ(readFile(root.path(), 100).state, State::notAFile);
-  EXPECT_EQ(readFile("/dev/zero", 100).state, State::notAFile) << "which never ends";
-  const fs::path pipe = root.path() / "pipe";
-  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-  EXPECT_EQ(readFile(pipe, 100).state, State::notAFile) << "which nobody writes to";
-  EXPECT_EQ(readFile(path / "below a file", 100).state, State::unreadable);
 }
 
 TEST_F(AtomicFileTest, tellsThatAFileMayNotBeRead) {
