@@ -49,7 +49,9 @@ PinchEngine& PinchEngine::shared() {
   return instance;
 }
 
-void PinchEngine::process(MTDevice device, const Fingers& fingers, const Context& context) {
+// Runs with every frame of a gesture, so what it calls is taken into it, whoever else calls it too.
+[[gnu::flatten]] void PinchEngine::process(MTDevice device, const Fingers& fingers,
+                                           const Context& context) {
   const std::lock_guard guard(lock_);
   DeviceEntry& entry = entryLocked(device);
   const std::size_t n = fingers.size();
