@@ -1,8 +1,6 @@
 // What people start on Linux: diagnostics, the program without windows, and the way to the one
 // with them.
 
-#include <sys/signalfd.h>
-
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -14,7 +12,7 @@
 #include "adapters/linux/desktop/linux_desktop.hpp"
 #include "adapters/linux/desktop/linux_shell.hpp"
 #include "adapters/linux/desktop/passive_adapters.hpp"
-#include "adapters/linux/runtime/descriptor.hpp"
+#include "adapters/linux/runtime/interrupts.hpp"
 #include "adapters/linux/runtime/posix_clock.hpp"
 #include "adapters/linux/runtime/posix_main_queue.hpp"
 #include "adapters/linux/runtime/thread_stacks.hpp"
@@ -30,18 +28,6 @@
 
 namespace velotap {
 namespace {
-
-// Interrupts become an orderly end. They are taken from a descriptor, so every thread that is
-// started later must have them blocked: this comes first.
-Descriptor takeInterrupts() {
-  sigset_t interrupts;
-  sigemptyset(&interrupts);
-  sigaddset(&interrupts, SIGINT);
-  sigaddset(&interrupts, SIGTERM);
-  sigaddset(&interrupts, SIGHUP);
-  sigprocmask(SIG_BLOCK, &interrupts, nullptr);
-  return Descriptor(::signalfd(-1, &interrupts, SFD_CLOEXEC | SFD_NONBLOCK));
-}
 
 int diagnose(DiagnosticsMode mode) {
   const PosixClock clock;

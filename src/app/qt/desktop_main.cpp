@@ -2,15 +2,13 @@
 //
 // People start `velotap`, which starts this one where there is a display.
 
-#include <sys/signalfd.h>
-
 #include <csignal>
 #include <iostream>
 
 #include "adapters/linux/applications/linux_applications.hpp"
 #include "adapters/linux/desktop/linux_desktop.hpp"
 #include "adapters/linux/desktop/linux_shell.hpp"
-#include "adapters/linux/runtime/descriptor.hpp"
+#include "adapters/linux/runtime/interrupts.hpp"
 #include "adapters/linux/runtime/posix_clock.hpp"
 #include "adapters/linux/runtime/posix_main_queue.hpp"
 #include "adapters/linux/services/curl_fetch.hpp"
@@ -36,18 +34,6 @@
 
 namespace velotap {
 namespace {
-
-// Interrupts become an orderly end. They are taken from a descriptor, so every thread that is
-// started later must have them blocked: this comes first.
-Descriptor takeInterrupts() {
-  sigset_t interrupts;
-  sigemptyset(&interrupts);
-  sigaddset(&interrupts, SIGINT);
-  sigaddset(&interrupts, SIGTERM);
-  sigaddset(&interrupts, SIGHUP);
-  sigprocmask(SIG_BLOCK, &interrupts, nullptr);
-  return Descriptor(::signalfd(-1, &interrupts, SFD_CLOEXEC | SFD_NONBLOCK));
-}
 
 std::string environmentOr(const char* name, const char* otherwise) {
   const char* value = std::getenv(name);

@@ -21,9 +21,6 @@ std::size_t stackOfANewThread() {
 }
 
 TEST(ThreadStacks, areTooSmallForAHugePage) {
-#ifdef __SANITIZE_THREAD__
-  GTEST_SKIP() << "its run time gives every thread the stack that it needs itself";
-#endif
   boundThreadStacks();
   constexpr std::size_t kHugePage = 2 * 1024 * 1024;
   EXPECT_GE(stackOfANewThread(), kThreadStackBytes);
