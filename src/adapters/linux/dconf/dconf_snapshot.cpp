@@ -10,7 +10,7 @@ namespace velotap {
 namespace {
 
 // Many times what a desktop keeps there.
-constexpr std::size_t kLargestDatabase = 64 * 1024 * 1024;
+constexpr std::size_t kLargestDatabase = std::size_t{64} * 1024 * 1024;
 
 std::string bytesOf(const std::string& path) {
   return readFile(path, kLargestDatabase).text;

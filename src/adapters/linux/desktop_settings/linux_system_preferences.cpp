@@ -24,7 +24,7 @@ std::vector<std::string> watchedFiles(const DesktopPlaces& places) {
   return {};
 }
 
-constexpr std::size_t kLargestConfiguration = 4 * 1024 * 1024;
+constexpr std::size_t kLargestConfiguration = std::size_t{4} * 1024 * 1024;
 
 KdeConfig kdeConfigOf(const std::vector<std::string>& files) {
   KdeConfig config;

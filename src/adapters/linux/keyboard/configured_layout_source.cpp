@@ -8,7 +8,7 @@
 namespace velotap {
 namespace {
 
-constexpr std::size_t kLargestConfiguration = 4 * 1024 * 1024;
+constexpr std::size_t kLargestConfiguration = std::size_t{4} * 1024 * 1024;
 
 std::string_view trimmed(std::string_view text) {
   const auto begin = text.find_first_not_of(" \t\r");

@@ -8,7 +8,7 @@
 
 namespace velotap {
 
-inline constexpr std::size_t kThreadStackBytes = 512 * 1024;
+inline constexpr std::size_t kThreadStackBytes = std::size_t{512} * 1024;
 
 // Every thread that is started later, by us or by a library, gets that much. To be called before
 // the first one, from main. Where the system refuses, threads keep the size they had.
