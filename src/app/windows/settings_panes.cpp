@@ -1,6 +1,7 @@
 #include "app/windows/settings_panes.hpp"
 
 #include <chrono>
+#include <cmath>
 #include <utility>
 
 #include "config/settings_keys.hpp"
@@ -53,7 +54,7 @@ SettingsWindow::Effects SettingsPanes::effects(const QString& frameFile) {
   return {.texts = [] { return texts(); },
           .makePanes = [this](PanesObject& panes) { make(panes); },
           .observe =
-              [](std::function<void()> changed) {
+              [](const std::function<void()>& changed) {
                 std::vector<Observation> observations;
                 observations.push_back(defaults().observeChanges(changed));
                 observations.push_back(
@@ -120,19 +121,20 @@ void SettingsPanes::toggleLaunchAtLogin() {
 SupportFacts SettingsPanes::supportFacts() const {
   const Config& config = Config::shared();
   const CenterBand band = config.centerBand();
-  return {.build = {.version = VELOTAP_VERSION, .build = VELOTAP_BUILD, .notice = VELOTAP_NOTICE},
-          .system = desktop_.system,
-          .systemVersion = desktop_.systemVersion,
-          .enabled = config.enabled(),
-          .accessibilityGranted = Permissions::shared().granted(),
-          .tuning = {.maxTapDurationMs = static_cast<int>(config.maxTapDuration() * 1000 + 0.5),
-                     .maxTapDrift = config.maxTapDrift(),
-                     .pinchSensitivity = config.pinchSensitivity(),
-                     .centerMinX = band.lower,
-                     .centerMaxX = band.upper},
-          .connectedDevices = TouchEngine::shared().connectedDeviceClasses(),
-          .ignoredApps = config.ignoredApps().size(),
-          .keystrokeZoomApps = config.keystrokeZoomApps().size()};
+  return {
+      .build = {.version = VELOTAP_VERSION, .build = VELOTAP_BUILD, .notice = VELOTAP_NOTICE},
+      .system = desktop_.system,
+      .systemVersion = desktop_.systemVersion,
+      .enabled = config.enabled(),
+      .accessibilityGranted = Permissions::shared().granted(),
+      .tuning = {.maxTapDurationMs = static_cast<int>(std::lround(config.maxTapDuration() * 1000)),
+                 .maxTapDrift = config.maxTapDrift(),
+                 .pinchSensitivity = config.pinchSensitivity(),
+                 .centerMinX = band.lower,
+                 .centerMaxX = band.upper},
+      .connectedDevices = TouchEngine::shared().connectedDeviceClasses(),
+      .ignoredApps = config.ignoredApps().size(),
+      .keystrokeZoomApps = config.keystrokeZoomApps().size()};
 }
 
 void SettingsPanes::makeLists(PanesObject& panes) {
