@@ -60,7 +60,10 @@ struct QtWindows::Shown {
   Shown(QtWindows& windows, Application& application)
       : model(application.onboarding()),
         onboarding(application.onboarding(), windows.context_,
-                   [&windows] { windows.showPane(PreferencesTab::gestures); }),
+                   [this, &windows] {
+                     windows.surroundings_.activate();
+                     settings.showPractice();
+                   }),
         panes(application, windows.panesDesktop(),
               [&windows](PreferencesTab tab) { windows.showPane(tab); }),
         settings(windows.context_,
