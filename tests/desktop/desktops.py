@@ -2,6 +2,7 @@
 
 import os
 import re
+import socket
 
 from session import PATIENCE, Appearance, Expected, listening
 
@@ -29,6 +30,20 @@ class Desktop:
         return self.workshop.helper("front_watch")
 
 
+def display_is_free(number):
+    """Whether an X server could have it: a server in another root shares its socket's name in the
+    network's namespace, but not the file."""
+    path = f"/tmp/.X11-unix/X{number}"
+    if os.path.exists(path) or os.path.exists(f"/tmp/.X{number}-lock"):
+        return False
+    with socket.socket(socket.AF_UNIX) as name:
+        try:
+            name.bind("\0" + path)
+        except OSError:
+            return False
+    return True
+
+
 class OpenboxOnX(Desktop):
     kind = "x11"
 
@@ -38,11 +53,10 @@ class OpenboxOnX(Desktop):
         self.display = None
 
     def prepare(self):
-        # A number of our own choosing, so that a restarted server can have it again.
-        folder = "/tmp/.X11-unix"
-        taken = os.listdir(folder) if os.path.isdir(folder) else []
-        number = next(n for n in range(90, 1000) if f"X{n}" not in taken)
-        self.display = f":{number}"
+        # A number of our own choosing, so that a restarted server can have it again, and from a
+        # place of our own: others look for one at the same time.
+        start = 90 + os.getpid() % 10000
+        self.display = f":{next(n for n in range(start, start + 1000) if display_is_free(n))}"
         self.workshop.environment["DISPLAY"] = self.display
 
     def start_server(self):

@@ -46,6 +46,8 @@ class ChildProcess {
 
   /// What it announced: an address, the number of a display.
   [[nodiscard]] const std::string& line() const { return line_; }
+  /// Stops, continues or ends it.
+  void signal(int number) const { kill(pid_, number); }
   /// Waits for the end; the exit status.
   int finish() {
     int status = -1;

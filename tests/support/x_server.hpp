@@ -16,6 +16,8 @@ class XServer {
   XServer() : server_(std::in_place, command(), 3), display_(":" + server_->line()) {}
 
   [[nodiscard]] const std::string& display() const noexcept { return display_; }
+  /// Stops it from serving without ending it (SIGSTOP), and continues.
+  void signal(int number) const { server_->signal(number); }
   /// Takes the server away from its clients.
   void stop() { server_.reset(); }
   /// Another server under the same name, in place of the one that may still run.

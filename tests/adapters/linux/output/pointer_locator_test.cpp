@@ -1,12 +1,8 @@
 #include "adapters/linux/output/pointer_locator.hpp"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <xcb/xcb.h>
 
-#include <array>
 #include <csignal>
 #include <cstdlib>
 #include <memory>
@@ -14,6 +10,8 @@
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "support/x_server.hpp"
 
 namespace velotap {
 namespace {
@@ -37,55 +35,15 @@ class HeldQueue final : public MainQueue {
   std::vector<Task> tasks;
 };
 
-// An X server without a screen, on a display number that it chooses itself.
-class XServer {
- public:
-  XServer() {
-    std::array<int, 2> ends{};
-    if (pipe(ends.data()) != 0) return;
-    process_ = fork();
-    if (process_ == 0) {
-      close(ends[0]);
-      const std::string number = std::to_string(ends[1]);
-      const int sink = open("/dev/null", O_WRONLY);
-      dup2(sink, STDERR_FILENO);
-      execlp("Xvfb", "Xvfb", "-displayfd", number.c_str(), "-noreset", "-screen", "0", "640x480x24",
-             "-nolisten", "tcp", nullptr);
-      _exit(127);
-    }
-    close(ends[1]);
-    std::string number;
-    for (char c = 0; read(ends[0], &c, 1) == 1 && c != '\n';) number += c;
-    close(ends[0]);
-    if (!number.empty()) display_ = ":" + number;
-  }
-  ~XServer() { stop(); }
-  XServer(const XServer&) = delete;
-  XServer& operator=(const XServer&) = delete;
-
-  [[nodiscard]] const std::string& display() const { return display_; }
-  void signal(int number) const { kill(process_, number); }
-  void stop() {
-    if (process_ <= 0) return;
-    kill(process_, SIGCONT);
-    kill(process_, SIGKILL);
-    waitpid(process_, nullptr, 0);
-    process_ = -1;
-  }
-  // Moves the pointer, and returns once the server has done so.
-  void movePointer(std::int16_t x, std::int16_t y) const {
-    xcb_connection_t* connection = xcb_connect(display_.c_str(), nullptr);
-    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
-    xcb_generic_error_t* error = xcb_request_check(
-        connection, xcb_warp_pointer_checked(connection, XCB_NONE, root, 0, 0, 0, 0, x, y));
-    ASSERT_EQ(error, nullptr);
-    xcb_disconnect(connection);
-  }
-
- private:
-  pid_t process_ = -1;
-  std::string display_;
-};
+// Moves the pointer, and returns once the server has done so.
+void movePointer(const test::XServer& server, std::int16_t x, std::int16_t y) {
+  xcb_connection_t* connection = xcb_connect(server.display().c_str(), nullptr);
+  const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+  xcb_generic_error_t* error = xcb_request_check(
+      connection, xcb_warp_pointer_checked(connection, XCB_NONE, root, 0, 0, 0, 0, x, y));
+  ASSERT_EQ(error, nullptr);
+  xcb_disconnect(connection);
+}
 
 class PointerLocatorTest : public testing::Test {
  protected:
@@ -93,10 +51,7 @@ class PointerLocatorTest : public testing::Test {
     unsetenv("DISPLAY");
     unsetenv("WAYLAND_DISPLAY");
   }
-  void use(const XServer& server) {
-    ASSERT_FALSE(server.display().empty()) << "Xvfb did not start; is it installed?";
-    setenv("DISPLAY", server.display().c_str(), 1);
-  }
+  static void use(const test::XServer& server) { setenv("DISPLAY", server.display().c_str(), 1); }
 
   SteppedClock clock;
   HeldQueue queue;
@@ -116,17 +71,17 @@ TEST_F(PointerLocatorTest, AServerThatIsNotThereIsNoError) {
 }
 
 TEST_F(PointerLocatorTest, TellsWhereThePointerIs) {
-  const XServer server;
+  const test::XServer server;
   use(server);
   PointerLocator locator(clock, queue);
-  server.movePointer(123, 45);
-  EXPECT_EQ(locator.location(), (Point{.x = 123, .y = 45}));
-  server.movePointer(0, 479);
-  EXPECT_EQ(locator.location(), (Point{.x = 0, .y = 479}));
+  movePointer(server, 23, 45);
+  EXPECT_EQ(locator.location(), (Point{.x = 23, .y = 45}));
+  movePointer(server, 0, 63);
+  EXPECT_EQ(locator.location(), (Point{.x = 0, .y = 63}));
 }
 
 TEST_F(PointerLocatorTest, UnderWaylandTheXServerIsNotBelieved) {
-  const XServer server;
+  const test::XServer server;
   use(server);
   setenv("WAYLAND_DISPLAY", "wayland-0", 1);
   PointerLocator locator(clock, queue);
@@ -134,18 +89,18 @@ TEST_F(PointerLocatorTest, UnderWaylandTheXServerIsNotBelieved) {
 }
 
 TEST_F(PointerLocatorTest, AHangingServerCostsTheAnswerOnly) {
-  const XServer server;
+  const test::XServer server;
   use(server);
   PointerLocator locator(clock, queue);
   server.signal(SIGSTOP);
   EXPECT_EQ(locator.location(), std::nullopt);
   server.signal(SIGCONT);
-  server.movePointer(7, 8);  // the server serves again once this has returned
+  movePointer(server, 7, 8);  // the server serves again once this has returned
   EXPECT_EQ(locator.location(), (Point{.x = 7, .y = 8}));
 }
 
 TEST_F(PointerLocatorTest, ADeadServerIsAskedForAgainOnTheMainThreadAfterAWhile) {
-  std::optional<XServer> server;
+  std::optional<test::XServer> server;
   server.emplace();
   use(*server);
   PointerLocator locator(clock, queue);
@@ -153,9 +108,9 @@ TEST_F(PointerLocatorTest, ADeadServerIsAskedForAgainOnTheMainThreadAfterAWhile)
   server->stop();
   EXPECT_EQ(locator.location(), std::nullopt);
 
-  const XServer next;
+  const test::XServer next;
   use(next);
-  next.movePointer(11, 12);
+  movePointer(next, 11, 12);
   clock.now += 9.9;
   EXPECT_EQ(locator.location(), std::nullopt);
   EXPECT_TRUE(queue.tasks.empty()) << "too soon";
