@@ -70,8 +70,8 @@ int run(QApplication& application, const Descriptor& interrupts) {
   PosixClock clock;
   PosixMainQueue queue(clock);
   const QtMainLoop loop(queue);
-  DesktopUrlOpener pages(session.currentDesktop);
-  QtAlerts alerts([&pages](const std::string& url) { pages.open(url); });
+  DesktopUrlOpener pages(queue, queue, session.currentDesktop);
+  QtAlerts alerts([&pages](const std::string& url) { pages.open(url, {}); });
   const LinuxHost host{.clock = clock, .queue = queue, .loop = queue, .alerts = alerts};
   LinuxDesktop desktop(host, Config::debug());
   AppIdentity::migratePreferences(desktop.platform().preferences);

@@ -33,8 +33,8 @@ DefaultsStore& defaults() {
   return DefaultsStore::shared();
 }
 
-bool openUrl(const std::string& url) {
-  return ShellPlatform::current().urls.open(url);
+void openUrl(const std::string& url, UrlOpener::Outcome outcome) {
+  ShellPlatform::current().urls.open(url, std::move(outcome));
 }
 
 }  // namespace
