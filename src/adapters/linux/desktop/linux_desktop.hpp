@@ -60,6 +60,8 @@ class LinuxDesktop {
     return taps_.observeStatus(std::move(changed));
   }
   [[nodiscard]] LinuxWorkspace& workspace() noexcept { return workspace_; }
+  /// To be told where the pointer is over the program's own windows, where nobody else tells.
+  [[nodiscard]] PointerLocator& pointerLocator() noexcept { return locator_; }
 
  private:
   [[nodiscard]] LinuxEventTaps::Links tapLinks(const LinuxHost& host);
