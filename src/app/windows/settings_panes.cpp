@@ -118,11 +118,15 @@ void SettingsPanes::toggleLaunchAtLogin() {
                             .buttons = {failure.dismiss}});
 }
 
+BuildFacts SettingsPanes::builtAs() {
+  return {.version = VELOTAP_VERSION, .build = VELOTAP_BUILD, .notice = VELOTAP_NOTICE};
+}
+
 SupportFacts SettingsPanes::supportFacts() const {
   const Config& config = Config::shared();
   const CenterBand band = config.centerBand();
   return {
-      .build = {.version = VELOTAP_VERSION, .build = VELOTAP_BUILD, .notice = VELOTAP_NOTICE},
+      .build = desktop_.build,
       .system = desktop_.system,
       .systemVersion = desktop_.systemVersion,
       .enabled = config.enabled(),

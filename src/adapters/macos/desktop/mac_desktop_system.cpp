@@ -41,6 +41,7 @@ struct MacDesktop::Parts {
   std::unique_ptr<CocoaAnnouncer> announcer;
   std::unique_ptr<NativeDialogs> dialogs;
   std::unique_ptr<CocoaAppearance> appearance;
+  ProgramFacts program;
   std::unique_ptr<RegionalSettings> regionalSettings;
   QuartzEventStream events;
   QuartzEventTaps taps;
@@ -76,6 +77,7 @@ MacDesktop::Parts::Parts(bool debug, std::vector<std::string> settingKeys)
       announcer(CocoaAnnouncer::system()),
       dialogs(NativeDialogs::system()),
       appearance(CocoaAppearance::system()),
+      program(programFacts(*CocoaProgram::system())),
       regionalSettings(makeMacRegionalSettings()),
       events(CoreFoundationApi::system(), QuartzApi::system(), ObjectiveCApi::system()),
       taps(CoreFoundationApi::system(), QuartzApi::system()),
@@ -142,6 +144,10 @@ MacPanels& MacDesktop::panels() noexcept {
 
 CocoaAppearance& MacDesktop::appearance() noexcept {
   return *parts_->appearance;
+}
+
+const ProgramFacts& MacDesktop::program() const noexcept {
+  return parts_->program;
 }
 
 std::string MacDesktop::supportFolder() {
