@@ -29,9 +29,9 @@
 #include "adapters/linux/output/uinput_pointer.hpp"
 #include "adapters/linux/preferences/file_preferences_storage.hpp"
 #include "adapters/linux/runtime/dl_library_loader.hpp"
-#include "adapters/linux/runtime/standard_log.hpp"
 #include "adapters/linux/services/seat_trust.hpp"
 #include "adapters/linux/workspace/linux_workspace.hpp"
+#include "adapters/posix/standard_log.hpp"
 #include "platform/platform.hpp"
 
 namespace velotap {
