@@ -5,7 +5,6 @@ set(VELOTAP_UPDATE_FEED "" CACHE STRING
   "Where new versions are announced (an appcast); empty for a build without updates")
 set(VELOTAP_UPDATE_KEY "" CACHE STRING "Public EdDSA key that updates are signed with")
 set(VELOTAP_SPARKLE "" CACHE PATH "Sparkle.framework to bring along; empty for none")
-set(VELOTAP_COPYRIGHT "Velotap" CACHE STRING "Notice line of the bundle")
 
 set(VELOTAP_MACOS_PACKAGING ${CMAKE_CURRENT_LIST_DIR})
 set(VELOTAP_LANGUAGES en bg de es fr)

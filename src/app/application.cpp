@@ -54,7 +54,10 @@ CrashReporter::Surroundings Application::crashSurroundings() const {
           .now = [] { return Platform::current().clock.date(); },
           .uuid = &freshUuid,
           .ask = std::move(ask),
-          .openUrl = [](const std::string& url) { return ShellPlatform::current().urls.open(url); },
+          .openUrl =
+              [](const std::string& url, UrlOpener::Outcome outcome) {
+                ShellPlatform::current().urls.open(url, std::move(outcome));
+              },
           .localize = surroundings_.localize};
 }
 

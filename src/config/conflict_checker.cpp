@@ -74,8 +74,10 @@ bool ConflictChecker::isEnabled(SystemPreferences& system, std::string_view key,
   for (const std::string_view domain : domains) {
     const auto value = system.read(domain, key);
     if (!value) continue;
+    // Systems store the same switch as a number or as a boolean, as the writer pleased.
     const std::int64_t* number = value->integer();
-    if (number != nullptr && *number != 0) return true;
+    const bool* boolean = value->boolean();
+    if ((number != nullptr && *number != 0) || (boolean != nullptr && *boolean)) return true;
   }
   return false;
 }

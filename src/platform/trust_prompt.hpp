@@ -18,7 +18,7 @@ class TrustPrompt {
   /// Shows the place where the person gives the permission; false when it could not be shown.
   virtual bool openSettings() = 0;
   /// Shows the person the program's own file, to be dragged to where the permission is given; false
-  /// when it could not be shown.
+  /// when there is nothing to show.
   virtual bool revealProgram() = 0;
   /// Tells on the main thread that the permission may have changed. Inactive where the system does
   /// not tell: then it must be asked again and again.

@@ -54,10 +54,12 @@ std::string SupportContact::mailURL(std::string_view versionLine) {
   return mailLink(supportAddress(), "Velotap " + std::string(versionLine), {});
 }
 
-std::vector<SupportContact::Feedback> SupportContact::contact(std::string_view versionLine,
-                                                              const Effects& effects) {
-  if (effects.open(mailURL(versionLine))) return {};
-  return {Feedback::openFailed, copyAddress(effects)};
+void SupportContact::contact(std::string_view versionLine, const Effects& effects,
+                             std::function<void(const std::vector<Feedback>&)> tell) {
+  effects.open(mailURL(versionLine), [effects, tell = std::move(tell)](bool taken) {
+    if (taken) return tell({});
+    tell({Feedback::openFailed, copyAddress(effects)});
+  });
 }
 
 SupportContact::Feedback SupportContact::copyAddress(const Effects& effects) {

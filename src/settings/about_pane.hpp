@@ -50,12 +50,14 @@ struct SupportContact {
   [[nodiscard]] static std::string mailURL(std::string_view versionLine);
 
   struct Effects {
-    std::function<bool(const std::string& url)> open;
+    /// Tells now or later whether a program took the address; whom to tell may be empty.
+    std::function<void(const std::string& url, std::function<void(bool taken)>)> open;
     std::function<bool(const std::string& text)> copy;
   };
-  /// Opens a letter; where no program does, copies the address. What to say, in this order.
-  [[nodiscard]] static std::vector<Feedback> contact(std::string_view versionLine,
-                                                     const Effects& effects);
+  /// Opens a letter; where no program does, copies the address. Tells, now or later, what to say,
+  /// in this order.
+  static void contact(std::string_view versionLine, const Effects& effects,
+                      std::function<void(const std::vector<Feedback>&)> tell);
   /// Copies the address because somebody asked for just that.
   [[nodiscard]] static Feedback copyAddress(const Effects& effects);
 };

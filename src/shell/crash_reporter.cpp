@@ -143,11 +143,14 @@ void CrashReporter::offerPendingReports() {
   const auto report = firstReadableReport(tidyAndListCandidates());
   if (!report) return;
   const int answer = surroundings_.ask(offerText());
-  const bool settled =
-      answer == discard ||
-      (answer == email && surroundings_.openUrl(mailLink(surroundings_.supportAddress,
-                                                         "Velotap crash report", report->preview)));
-  if (settled) removeReport(report->path);
+  if (answer == discard) removeReport(report->path);
+  if (answer != email) return;
+  // Until a program has the letter the report is all there is.
+  surroundings_.openUrl(
+      mailLink(surroundings_.supportAddress, "Velotap crash report", report->preview),
+      [path = report->path](bool taken) {
+        if (taken) removeReport(path);
+      });
 }
 
 }  // namespace velotap

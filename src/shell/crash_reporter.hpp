@@ -39,8 +39,8 @@ class CrashReporter {
     std::function<std::string()> uuid;
     /// Shows an alert until it is answered: the index of the button.
     std::function<int(const AlertRequest&)> ask;
-    /// Hands an address to the person's programs; false when none took it.
-    std::function<bool(const std::string& url)> openUrl;
+    /// Hands an address to the person's programs, and tells now or later whether one took it.
+    std::function<void(const std::string& url, std::function<void(bool taken)>)> openUrl;
     std::function<std::string(std::string_view key)> localize;
   };
 

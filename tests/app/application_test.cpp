@@ -10,6 +10,7 @@
 #include "app/shell_fakes.hpp"
 #include "platform/shell_platform.hpp"
 #include "support/desktop.hpp"
+#include "support/recording_urls.hpp"
 #include "support/temporary_folder.hpp"
 
 namespace velotap {
@@ -41,11 +42,6 @@ class FakeUpdates final : public UpdateService {
   int started = 0;
 };
 
-class FakeUrls final : public UrlOpener {
- public:
-  bool open(const std::string& /*url*/) override { return true; }
-};
-
 // Made before every service, so that it is gone after all of them.
 struct World {
   World() {
@@ -59,7 +55,7 @@ struct World {
   test::FakeLoginItem loginItem;
   FakeUpdates updates;
   test::FakeAnnouncements announcements;
-  FakeUrls urls;
+  test::RecordingUrls urls;
   ShellPlatform shell{.trustPrompt = prompt,
                       .loginItem = loginItem,
                       .updates = updates,

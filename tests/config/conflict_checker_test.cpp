@@ -31,19 +31,15 @@ class ConflictCheckerTest : public ::testing::Test, protected test::Desktop {
                            [](std::string_view key) { return "«" + std::string(key) + "»"; }};
 };
 
-TEST_F(ConflictCheckerTest, AnIntegerOtherThanZeroIsOn) {
+TEST_F(ConflictCheckerTest, AnIntegerOtherThanZeroAndTrueAreOn) {
   struct Case {
     Value value;
     bool expected;
   };
-  const Case cases[] = {{0, false},
-                        {1, true},
-                        {2, true},
-                        {-1, true},
-                        {"1", false},
-                        {"true", false},
-                        {ValueArray{1}, false},
-                        {ValueMap(), false}};
+  const Case cases[] = {
+      {0, false},         {1, true},    {2, true},    {-1, true},      {true, true},
+      {false, false},     {1.0, false}, {"1", false}, {"true", false}, {ValueArray{1}, false},
+      {ValueMap(), false}};
   for (const Case& c : cases) {
     systemPreferences.set(kPad, "Key", c.value);
     EXPECT_EQ(isOn("Key", kTrackpadDomains), c.expected);

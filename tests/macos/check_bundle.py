@@ -63,9 +63,10 @@ def check_plist(info):
                 "SUEnableAutomaticChecks": True}
     for key, value in expected.items():
         yield info.get(key) == value, f"Info.plist: {key} is {info.get(key)!r}, not {value!r}"
-    for key in ("CFBundleShortVersionString", "CFBundleVersion"):
-        version = info.get(key, "")
-        yield re.fullmatch(r"\d+\.\d+\.\d+", version), f"Info.plist: {key} is {version!r}"
+    for key, form in (("CFBundleShortVersionString", r"\d+\.\d+\.\d+"), ("CFBundleVersion", r"\d+"),
+                      ("NSHumanReadableCopyright", "© .+")):
+        text = info.get(key, "")
+        yield re.fullmatch(form, text), f"Info.plist: {key} is {text!r}"
     unfilled = [key for key, value in info.items() if "${" in str(value) or "@" in str(value)]
     yield not unfilled, f"Info.plist: not filled in: {unfilled}"
 

@@ -3,16 +3,22 @@
 //
 // DEVICES devices, the first of family 128 and built in, the second of family 112 and not.
 
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <mutex>
 #include <stdexcept>
 #include <thread>
+#include <utility>
 
 #include "platform/multitouch_abi.hpp"
 
@@ -87,6 +93,61 @@ class Hand {
 Hand& hand = *new Hand;
 #endif
 
+#ifdef TAPS_ON_REQUEST
+// A tap of three fingers on the second device for each byte that comes over a socket of the test's,
+// from a thread of the library. The byte goes back when the tap was taken in.
+class Tapper {
+ public:
+  void start(MTDevice device) {
+    const char* const path = std::getenv("VELOTAP_TEST_TAPS");
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (path == nullptr || std::strlen(path) >= sizeof address.sun_path) return;
+    std::strcpy(address.sun_path, path);
+    socket_ = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    if (::connect(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
+      return;
+    }
+    thread_ = std::thread([this, device] { serve(device); });
+  }
+  void stop() {
+    ::shutdown(socket_, SHUT_RDWR);
+    if (thread_.joinable()) thread_.join();
+    ::close(std::exchange(socket_, -1));
+  }
+
+ private:
+  void serve(MTDevice device) {
+    for (char request = 0; ::read(socket_, &request, 1) == 1;) {
+      tap(device);
+      if (::write(socket_, &request, 1) != 1) return;
+    }
+  }
+  void tap(MTDevice device) {
+    std::array<MTTouch, 3> touches{};
+    for (std::size_t i = 0; i < touches.size(); ++i) {
+      touches[i].identifier = static_cast<std::int32_t>(i) + 1;
+      touches[i].stage = 4;
+      touches[i].position = {.x = 0.2F * static_cast<float>(i + 1), .y = 0.5F};
+      touches[i].millimetres = {.x = 20.0F * static_cast<float>(i + 1), .y = 50};
+      touches[i].size = 1;
+      touches[i].density = 1;
+    }
+    for (const std::int32_t count : {0, 3, 0}) frame(device, touches.data(), count);
+  }
+  void frame(MTDevice device, const MTTouch* touches, std::int32_t count) {
+    if (const MTFrameCallback callback = from(device).callback) {
+      callback(device, touches, count, 0.0, ++frames_);
+    }
+  }
+
+  int socket_ = -1;
+  std::int32_t frames_ = 0;
+  std::thread thread_;
+};
+Tapper& tapper = *new Tapper;
+#endif
+
 // How many are plugged in. A test that plugs and unplugs writes the number into a file.
 [[maybe_unused]] int presentDevices() {
 #ifdef COUNTED_IN_A_FILE
@@ -148,15 +209,21 @@ EXPORTED std::int32_t MTDeviceStart(MTDevice device, std::int32_t) {
 #ifdef DELIVERS_FRAMES
   hand.start(device);
 #endif
+#ifdef TAPS_ON_REQUEST
+  if (device == &devices[1]) tapper.start(device);
+#endif
   return from(device).callback != nullptr ? 0 : -1;
 #endif
 }
 #endif
 
 #ifndef WITHOUT_MTDeviceStop
-EXPORTED void MTDeviceStop(MTDevice) {
+EXPORTED void MTDeviceStop([[maybe_unused]] MTDevice device) {
 #ifdef DELIVERS_FRAMES
   hand.stop();
+#endif
+#ifdef TAPS_ON_REQUEST
+  if (device == &devices[1]) tapper.stop();
 #endif
 }
 #endif

@@ -42,12 +42,18 @@ TEST(SupportContact, WritesALetterWithTheVersionAsItsSubject) {
 }
 
 std::vector<Feedback> contact(bool opens, bool copies, std::string& copied) {
-  return SupportContact::contact("Version 1", {.open = [=](const std::string&) { return opens; },
-                                               .copy =
-                                                   [&copied, copies](const std::string& text) {
-                                                     copied = text;
-                                                     return copies;
-                                                   }});
+  std::vector<Feedback> told;
+  SupportContact::contact(
+      "Version 1",
+      {.open = [=](const std::string&,
+                   const std::function<void(bool)>& outcome) { outcome(opens); },
+       .copy =
+           [&copied, copies](const std::string& text) {
+             copied = text;
+             return copies;
+           }},
+      [&told](const std::vector<Feedback>& feedback) { told = feedback; });
+  return told;
 }
 
 TEST(SupportContact, CopiesTheAddressWhereNoLetterOpens) {

@@ -67,9 +67,10 @@ class CrashReporterTest : public ::testing::Test {
                return answer_;
              },
          .openUrl =
-             [this](const std::string& url) {
+             [this](const std::string& url, std::function<void(bool)> outcome) {
                opened_.push_back(url);
-               return mailOpens_;
+               if (mailOpensAtOnce_) return outcome(true);
+               outcome_ = std::move(outcome);
              },
          .localize = [](std::string_view key) { return "«" + std::string(key) + "»"; }});
   }
@@ -77,7 +78,8 @@ class CrashReporterTest : public ::testing::Test {
   TemporaryFolder folder_;
   const fs::path crashes_ = folder_.path() / "state" / "Velotap" / "Crashes";
   int answer_ = kLater;
-  bool mailOpens_ = true;
+  bool mailOpensAtOnce_ = true;
+  std::function<void(bool)> outcome_;
   std::vector<AlertRequest> asked_;
   Lines opened_;
 };
@@ -198,22 +200,40 @@ TEST_F(CrashReporterTest, DeleteRemovesThatReportAlone) {
   EXPECT_EQ(asked_.size(), 1U);
 }
 
-TEST_F(CrashReporterTest, MailsTheReportAndRemovesIt) {
+TEST_F(CrashReporterTest, MailsTheReportAndRemovesItOnceAProgramHasIt) {
   log("crash-a.log", "Velotap crash: signal 11\n");
+  mailOpensAtOnce_ = false;
   answer_ = kEmail;
-  reporter().offerPendingReports();
+  {
+    CrashReporter gone = reporter();
+    gone.offerPendingReports();
+  }
   EXPECT_EQ(opened_, Lines{"mailto:help@example.com?subject=Velotap%20crash%20report"
                            "&body=Velotap%20crash%3A%20signal%2011%0A"});
+  EXPECT_EQ(names(), Lines{"crash-a.log"}) << "nobody has it yet";
+  outcome_(true);
   EXPECT_EQ(names(), Lines{});
 }
 
 TEST_F(CrashReporterTest, KeepsTheReportWhenNoMailProgramOpens) {
   log("crash-a.log", "x");
+  mailOpensAtOnce_ = false;
   answer_ = kEmail;
-  mailOpens_ = false;
   reporter().offerPendingReports();
   EXPECT_EQ(opened_.size(), 1U);
+  outcome_(false);
   EXPECT_EQ(names(), Lines{"crash-a.log"});
+}
+
+TEST_F(CrashReporterTest, KeepsTheReportWhenTheProgramEndsBeforeItIsKnown) {
+  log("crash-a.log", "x");
+  mailOpensAtOnce_ = false;
+  answer_ = kEmail;
+  reporter().offerPendingReports();
+  outcome_ = nullptr;
+  answer_ = kLater;
+  reporter().offerPendingReports();
+  EXPECT_EQ(asked_.size(), 2U) << "it is offered again";
 }
 
 TEST_F(CrashReporterTest, OffersThreeReportsAtThreeLaunchesInTheOrderOfTheirNames) {

@@ -23,7 +23,7 @@
 #include "adapters/linux/gesture/gesture_touchpad.hpp"
 #include "adapters/linux/gesture/uinput_touchpad.hpp"
 #include "adapters/linux/runtime/posix_clock.hpp"
-#include "adapters/linux/runtime/standard_log.hpp"
+#include "adapters/posix/standard_log.hpp"
 
 namespace velotap::vm {
 namespace {

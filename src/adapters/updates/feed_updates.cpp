@@ -155,7 +155,7 @@ void FeedUpdates::offer(const std::string& version, const std::string& page) {
       {.message = text("updates.available.title"),
        .informativeText = filled(text("updates.available.body"), {version, source_.version}),
        .buttons = {text("Open Download Page"), text("Later")}});
-  if (button == kOpenPage) urls_.open(page);
+  if (button == kOpenPage) urls_.open(page, {});
 }
 
 void FeedUpdates::tell(const char* titleKey, std::string body) {

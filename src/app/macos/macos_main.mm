@@ -86,7 +86,8 @@ void activate() {
   [NSApplication.sharedApplication activateIgnoringOtherApps:YES];
 }
 
-Application::Surroundings surroundings(NativeMenuBar& menuBar, Windows& windows) {
+Application::Surroundings surroundings(const MacDesktop& desktop, NativeMenuBar& menuBar,
+                                       Windows& windows) {
   Application::Surroundings surroundings;
   surroundings.effects = {
       .activate = &activate,
@@ -98,13 +99,19 @@ Application::Surroundings surroundings(NativeMenuBar& menuBar, Windows& windows)
   surroundings.observeRegionalSettings = [](std::function<void()> changed) {
     return SystemRegionalSettings::shared().observeRevision(std::move(changed));
   };
-  surroundings.version = VELOTAP_VERSION;
+  surroundings.version = desktop.program().version;
   surroundings.refreshLocalizedLabels = [&windows] { windows.refreshLocalizedLabels(); };
   surroundings.showMainMenu = [&menuBar,
                                edit = windows.editor()](const std::vector<MenuItem>& menus) {
     menuBar.show(nativeMenuBar(menus, menuBar, edit));
   };
   return surroundings;
+}
+
+void tellUnknown(const CommandLine& line) {
+  for (const std::string_view argument : line.unknown) {
+    std::cerr << "velotap: unknown option " << argument << " ignored (see --help)\n";
+  }
 }
 
 int runApplication(int& argc, char** argv) {
@@ -119,6 +126,7 @@ int runApplication(int& argc, char** argv) {
                                    {.applications = desktop.applications(),
                                     .panels = desktop.panels(),
                                     .appearance = desktop.appearance(),
+                                    .program = desktop.program(),
                                     .stateFolder = MacDesktop::supportFolder(),
                                     .activate = &activate});
   NSApplication* system = NSApplication.sharedApplication;
@@ -127,7 +135,7 @@ int runApplication(int& argc, char** argv) {
 
   const auto menuBar = NativeMenuBar::system();
   const auto statusItem = NativeStatusItem::system();
-  Application application(surroundings(*menuBar, *windows));
+  Application application(surroundings(desktop, *menuBar, *windows));
   application.trayMenu().setView(
       nativeTrayView(*statusItem, [&application](const std::optional<StatusItemClick>& click) {
         application.trayMenu().statusItemClicked(click);
@@ -159,6 +167,7 @@ int main(int argc, char** argv) {
       std::cout << (line.help ? velotap::helpText() : velotap::versionText());
       return 0;
     }
+    velotap::tellUnknown(line);
     return velotap::runApplication(argc, argv);
   }
 }

@@ -11,6 +11,7 @@
 
 #include "adapters/macos/cocoa/cocoa_appearance.hpp"
 #include "adapters/macos/shell/mac_panels.hpp"
+#include "adapters/macos/shell/program_facts.hpp"
 #include "app/application.hpp"
 #include "platform/applications.hpp"
 
@@ -21,6 +22,7 @@ struct WindowSurroundings {
   Applications& applications;
   MacPanels& panels;
   CocoaAppearance& appearance;
+  ProgramFacts program;
   std::string stateFolder;         ///< where places and sizes are remembered
   std::function<void()> activate;  ///< brings the program to the front
 };

@@ -35,10 +35,6 @@ bool copyText(const std::string& text) {
   return clipboard->text() == qt(text);
 }
 
-bool openUrl(const std::string& url) {
-  return ShellPlatform::current().urls.open(url);
-}
-
 // Identifiers of the desktop entries that the person picks.
 std::vector<std::string> chooseApplications(const std::string& message) {
   std::vector<std::string> ids;
@@ -197,7 +193,7 @@ SettingsPanes::Desktop DesktopApplication::panesDesktop() {
           .reveal =
               [](const std::string& location) {
                 const QUrl folder = QUrl::fromLocalFile(QFileInfo(qt(location)).path());
-                openUrl(folder.toEncoded().toStdString());
+                ShellPlatform::current().urls.open(folder.toEncoded().toStdString(), {});
               },
           .icon = desktop_.icon,
           .notices = &notices};

@@ -24,6 +24,7 @@
 #include "adapters/qt/desktop/qt_alerts.hpp"
 #include "adapters/qt/desktop/qt_regional_settings.hpp"
 #include "adapters/qt/desktop/unseen_announcer.hpp"
+#include "adapters/qt/desktop/window_pointer.hpp"
 #include "adapters/qt/runtime/qt_main_loop.hpp"
 #include "app/command_line.hpp"
 #include "app/qt/desktop_application.hpp"
@@ -70,8 +71,8 @@ int run(QApplication& application, const Descriptor& interrupts) {
   PosixClock clock;
   PosixMainQueue queue(clock);
   const QtMainLoop loop(queue);
-  DesktopUrlOpener pages(session.currentDesktop);
-  QtAlerts alerts([&pages](const std::string& url) { pages.open(url); });
+  DesktopUrlOpener pages(queue, queue, session.currentDesktop);
+  QtAlerts alerts([&pages](const std::string& url) { pages.open(url, {}); });
   const LinuxHost host{.clock = clock, .queue = queue, .loop = queue, .alerts = alerts};
   LinuxDesktop desktop(host, Config::debug());
   AppIdentity::migratePreferences(desktop.platform().preferences);
@@ -93,6 +94,13 @@ int run(QApplication& application, const Descriptor& interrupts) {
   QtRegionalSettings regional;
   SystemRegionalSettings::setSystem(regional);
 
+  std::optional<WindowPointer> pointer;
+  if (QGuiApplication::platformName().startsWith(QStringLiteral("wayland"))) {
+    pointer.emplace([&desktop](std::optional<QPointF> place) {
+      desktop.pointerLocator().tell(place ? std::optional(Point{.x = place->x(), .y = place->y()})
+                                          : std::nullopt);
+    });
+  }
   LinuxApplications applications(desktop.workspace().applications());
   DesktopApplication velotap(
       context, {.applications = applications,

@@ -33,8 +33,8 @@ DefaultsStore& defaults() {
   return DefaultsStore::shared();
 }
 
-bool openUrl(const std::string& url) {
-  return ShellPlatform::current().urls.open(url);
+void openUrl(const std::string& url, UrlOpener::Outcome outcome) {
+  ShellPlatform::current().urls.open(url, std::move(outcome));
 }
 
 }  // namespace
@@ -118,11 +118,15 @@ void SettingsPanes::toggleLaunchAtLogin() {
                             .buttons = {failure.dismiss}});
 }
 
+BuildFacts SettingsPanes::builtAs() {
+  return {.version = VELOTAP_VERSION, .build = VELOTAP_BUILD, .notice = VELOTAP_NOTICE};
+}
+
 SupportFacts SettingsPanes::supportFacts() const {
   const Config& config = Config::shared();
   const CenterBand band = config.centerBand();
   return {
-      .build = {.version = VELOTAP_VERSION, .build = VELOTAP_BUILD, .notice = VELOTAP_NOTICE},
+      .build = desktop_.build,
       .system = desktop_.system,
       .systemVersion = desktop_.systemVersion,
       .enabled = config.enabled(),

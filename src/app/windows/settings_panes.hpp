@@ -31,6 +31,7 @@ class SettingsPanes {
     bool answersTouchpads = false;  ///< three fingers may be the desktop's own to answer
     std::string system;             ///< name of the operating system, for support
     std::string systemVersion;      ///< of the system, not of this machine
+    BuildFacts build = builtAs();
     /// Lets the person choose among installed applications; their identifiers.
     std::function<std::vector<std::string>(const std::string& message)> chooseApplications;
     /// Lets the person say where; false when the text could not be written there.
@@ -48,6 +49,8 @@ class SettingsPanes {
   /// What the settings window is made with.
   [[nodiscard]] SettingsWindow::Effects effects(const QString& frameFile);
   [[nodiscard]] static Texts texts();
+  /// What this program was built as, for systems that have no other place to say it.
+  [[nodiscard]] static BuildFacts builtAs();
 
  private:
   void make(PanesObject& panes);

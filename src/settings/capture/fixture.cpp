@@ -163,7 +163,10 @@ AboutEffects Fixture::aboutEffects() {
               },
           .canCheckForUpdates = [] { return true; },
           .checkForUpdates = [] {},
-          .contact = {.open = [](const std::string&) { return true; },
+          .contact = {.open =
+                          [](const std::string&, const std::function<void(bool)>& outcome) {
+                            if (outcome) outcome(true);
+                          },
                       .copy = [](const std::string&) { return true; }},
           .save = [](std::string_view, const std::string&) { return true; },
           .notices = [] { return std::string(); }};

@@ -1,5 +1,6 @@
 #include "settings/window/about_object.hpp"
 
+#include <QPointer>
 #include <array>
 #include <utility>
 
@@ -76,12 +77,20 @@ void AboutObject::checkForUpdates() {
 }
 
 void AboutObject::contactSupport() {
+  showFeedback({});
+  // The window may be gone when it is known whether a program took the letter.
+  SupportContact::contact(versionLine(effects_.facts().build, effects_.texts()), effects_.contact,
+                          [alive = QPointer<AboutObject>(this)](const auto& feedback) {
+                            if (alive) alive->showFeedback(feedback);
+                          });
+}
+
+void AboutObject::showFeedback(const std::vector<SupportContact::Feedback>& feedback) {
   const Texts texts = effects_.texts();
   feedback_.clear();
-  for (const auto feedback :
-       SupportContact::contact(versionLine(effects_.facts().build, texts), effects_.contact)) {
+  for (const auto each : feedback) {
     if (!feedback_.empty()) feedback_ += ' ';
-    feedback_ += texts(SupportContact::key(feedback));
+    feedback_ += texts(SupportContact::key(each));
   }
   refresh();
 }
@@ -93,7 +102,7 @@ void AboutObject::copyAddress() {
 
 void AboutObject::openPage(const QString& name) {
   for (const Page& page : kPages) {
-    if (name == QLatin1String(page.name)) effects_.contact.open(aboutLinkUrl(page.link));
+    if (name == QLatin1String(page.name)) effects_.contact.open(aboutLinkUrl(page.link), {});
   }
 }
 

@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "settings/about_pane.hpp"
 #include "settings/support_snapshot.hpp"
@@ -42,6 +43,8 @@ class AboutObject : public PaneObject {
   Q_INVOKABLE void openNotices();
 
  private:
+  void showFeedback(const std::vector<SupportContact::Feedback>& feedback);
+
   AboutEffects effects_;
   std::string feedback_;
   std::string snapshotFeedback_;

@@ -92,17 +92,17 @@ void PracticeObject::reset() {
   refresh();
 }
 
-void PracticeObject::place(bool ready, bool hidden, double x, double y, double width,
-                           double height) {
+void PracticeObject::place(const SurfaceFacts& facts) {
   if (!tracking_) tracking_ = std::make_unique<PracticeTracking>(effects_.target);
-  tracking_->refreshTarget({.windowIsKey = ready,
-                            .windowIsVisible = ready,
-                            .windowIsMiniaturised = !ready,
-                            .windowIgnoresMouse = !ready,
-                            .windowIsOccluded = !ready,
-                            .surfaceIsHidden = hidden,
-                            .hasScreen = ready,
-                            .visibleRectangle = {x, y, width, height}});
+  const QRectF& seen = facts.visible;
+  tracking_->refreshTarget({.windowIsKey = facts.windowIsActive,
+                            .windowIsVisible = facts.windowIsVisible,
+                            .windowIsMiniaturised = facts.windowIsMinimized,
+                            .windowIgnoresMouse = facts.windowIgnoresMouse,
+                            .windowIsOccluded = facts.windowIsCovered,
+                            .surfaceIsHidden = facts.isHidden,
+                            .hasScreen = facts.hasScreen,
+                            .visibleRectangle = {seen.x(), seen.y(), seen.width(), seen.height()}});
 }
 
 void PracticeObject::leave() {

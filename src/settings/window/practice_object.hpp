@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "settings/gesture_practice.hpp"
+#include "settings/views/bridge/practice_surface.hpp"
 #include "settings/window/pane_object.hpp"
 
 namespace velotap {
@@ -29,8 +30,7 @@ class PracticeObject : public PaneObject {
   Q_INVOKABLE void press(int button);
   Q_INVOKABLE void release(int button);
   Q_INVOKABLE void reset();
-  /// The surface's facts; see PracticeSurface.
-  Q_INVOKABLE void place(bool ready, bool hidden, double x, double y, double width, double height);
+  Q_INVOKABLE void place(const velotap::SurfaceFacts& facts);
   Q_INVOKABLE void leave();
   /// "readiness", "gestures" or "tuning".
   Q_INVOKABLE void open(const QString& place);

@@ -19,6 +19,7 @@
 #include "linux/output/recording_device.hpp"
 #include "login_item_contract.hpp"
 #include "main_queue_contract.hpp"
+#include "support/recording_urls.hpp"
 #include "support/temporary_folder.hpp"
 #include "trust_contract.hpp"
 
@@ -172,15 +173,6 @@ class DesktopEntriesWorld final : public ApplicationsWorld {
   LinuxApplications applications_{installed_, [this] { return programs_; }};
 };
 
-class CountingUrls final : public UrlOpener {
- public:
-  bool open(const std::string&) override {
-    ++opened;
-    return true;
-  }
-  int opened = 0;
-};
-
 class AutostartWorld final : public LoginItemWorld {
  public:
   AutostartWorld() {
@@ -193,11 +185,11 @@ class AutostartWorld final : public LoginItemWorld {
   }
   // A file stands where the folder would have to be made.
   void refuse() override { folder_.replace("autostart", "not a folder"); }
-  int settingsShown() override { return urls_.opened; }
+  int settingsShown() override { return static_cast<int>(urls_.opened.size()); }
 
  private:
   TemporaryFolder folder_;
-  CountingUrls urls_;
+  test::RecordingUrls urls_;
   AutostartItem item_{(folder_.path() / "autostart").string(),
                       (folder_.path() / "velotap").string(), urls_};
 };

@@ -6,20 +6,12 @@
 
 #include "signed_feed.hpp"
 #include "support/desktop.hpp"
+#include "support/recording_urls.hpp"
 
 namespace velotap {
 namespace {
 
 using test::Lines;
-
-class RecordingUrls final : public UrlOpener {
- public:
-  bool open(const std::string& url) override {
-    opened.push_back(url);
-    return true;
-  }
-  Lines opened;
-};
 
 constexpr double kDay = 24 * 3600;
 
@@ -55,7 +47,7 @@ class FeedUpdatesTest : public ::testing::Test, protected test::Desktop {
   test::Maker maker_;
   std::string feed_ = "https://example.com/feed";
   std::string key_ = maker_.key();
-  RecordingUrls urls_;
+  test::RecordingUrls urls_;
   Lines fetched_;
   std::function<void(std::optional<std::string>)> answer_;
   std::optional<FeedUpdates> updates_;

@@ -70,6 +70,12 @@ class Windows:
                         return node
         return None
 
+    def names(self):
+        """Of everything in the windows."""
+        with contextlib.suppress(Exception):
+            return [node.name for top in self.application() or [] for node in walk(top)]
+        return []
+
     def shows(self, name, roles=None, window=None):
         node = self.find(name, roles, window)
         with contextlib.suppress(Exception):

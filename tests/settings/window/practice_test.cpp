@@ -74,6 +74,12 @@ class PracticeTest : public ViewTest, protected EngineKit {
     }
     return nullptr;
   }
+  /// What scrolls the surface.
+  [[nodiscard]] QQuickItem* scrolled() const {
+    QQuickItem* item = find(settings->view()->contentItem())->parentItem();
+    while (item != nullptr && !item->inherits("QQuickFlickable")) item = item->parentItem();
+    return item;
+  }
   /// The pointer's place in the window.
   void pointAt(QPointF place) {
     const QPointF global = settings->view()->mapToGlobal(place);
@@ -151,6 +157,63 @@ TEST_F(PracticeTest, TheSurfaceCountsOnlyWhileItShows) {
   pointAt(place.center());
   tap();
   EXPECT_EQ(posted.take(), Lines{}) << "the window is in the dock";
+}
+
+// What a small window scrolls out of the sheet cannot be clicked, so it is no place for gestures.
+TEST_F(PracticeTest, OnlyWhatShowsOfTheSurfaceTakesGestures) {
+  // A screen may be smaller than the least size that the window asks for.
+  settings->view()->setMinimumSize({});
+  settings->view()->resize(PreferencesWindowSize::kLeastWidth, 240);
+  openPractice();
+  QQuickItem* sheet = scrolled();
+  ASSERT_NE(sheet, nullptr);
+  const double shown = sheet->mapRectToScene(sheet->boundingRect()).top();
+  // Far enough that its upper edge lies above the sheet, and still in the window.
+  sheet->setProperty("contentY", surface().top() - shown + 10);
+  awaitFrame();
+  awaitFrame();
+  const QRectF place = surface();
+  ASSERT_EQ(place.top(), shown - 10);
+  ASSERT_GT(place.top(), 0);
+  pointAt({place.center().x(), place.top() + 1});
+  posted.take();
+  tap();
+  EXPECT_EQ(posted.take(), Lines{});
+  sheet->setProperty("contentY", 0);
+  awaitFrame();
+  awaitFrame();
+  pointAt({surface().center().x(), surface().top() + 1});
+  tap();
+  EXPECT_EQ(posted.take().size(), 2U);
+}
+
+TEST_F(PracticeTest, AWindowThatTakesNoMouseIsNoTarget) {
+  openPractice();
+  pointAt(surface().center());
+  EXPECT_TRUE(practice.contains(*events.pointerLocation()));
+  settings->view()->setFlag(Qt::WindowTransparentForInput);
+  awaitFrame();
+  EXPECT_FALSE(practice.contains(*events.pointerLocation()));
+  settings->view()->setFlag(Qt::WindowTransparentForInput, false);
+  awaitFrame();
+  EXPECT_TRUE(practice.contains(*events.pointerLocation()));
+}
+
+TEST_F(PracticeTest, ClosingTheWindowGivesThePlaceUp) {
+  openPractice();
+  pointAt(surface().center());
+  ASSERT_TRUE(practice.contains(*events.pointerLocation()));
+  settings->close();
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(practice.contains(*events.pointerLocation()));
+}
+
+TEST(PointerCoordinates, ArePixelsWhereTheServerCountsThem) {
+  const QRectF place(1930, 20, 100, 50);
+  EXPECT_EQ(pointerCoordinates(place, {1920, 0}, 2, false), place);
+  EXPECT_EQ(pointerCoordinates(place, {1920, 0}, 2, true), QRectF(1940, 40, 200, 100))
+      << "a screen begins where it begins for everybody";
+  EXPECT_EQ(pointerCoordinates(place, {0, 0}, 1, true), place);
 }
 
 }  // namespace

@@ -29,9 +29,9 @@
 #include "adapters/linux/output/uinput_pointer.hpp"
 #include "adapters/linux/preferences/file_preferences_storage.hpp"
 #include "adapters/linux/runtime/dl_library_loader.hpp"
-#include "adapters/linux/runtime/standard_log.hpp"
 #include "adapters/linux/services/seat_trust.hpp"
 #include "adapters/linux/workspace/linux_workspace.hpp"
+#include "adapters/posix/standard_log.hpp"
 #include "platform/platform.hpp"
 
 namespace velotap {
@@ -60,6 +60,8 @@ class LinuxDesktop {
     return taps_.observeStatus(std::move(changed));
   }
   [[nodiscard]] LinuxWorkspace& workspace() noexcept { return workspace_; }
+  /// To be told where the pointer is over the program's own windows, where nobody else tells.
+  [[nodiscard]] PointerLocator& pointerLocator() noexcept { return locator_; }
 
  private:
   [[nodiscard]] LinuxEventTaps::Links tapLinks(const LinuxHost& host);

@@ -45,7 +45,7 @@ std::string LinuxShell::programPath() {
 
 LinuxShell::LinuxShell(const LinuxHost& host, LinuxDesktop& desktop, Announcements& announcements,
                        UpdateService& updates)
-    : urls_(SessionEnvironment::ofThisProcess().currentDesktop),
+    : urls_(host.loop, host.queue, SessionEnvironment::ofThisProcess().currentDesktop),
       loginItem_(autostartFolder(&environmentOf), programPath(), urls_),
       access_(host.loop, host.queue),
       prompt_(host.loop,

@@ -77,6 +77,7 @@ class Connection {
 struct PointerLocator::State {
   std::mutex lock;
   std::unique_ptr<Connection> connection;
+  std::optional<Point> told;
   double retryAt = 0;
 
   // Main thread. The lock is free while the server is waited for.
@@ -107,7 +108,12 @@ std::optional<Point> PointerLocator::location() {
       if (const auto state = weak.lock()) state->connect();
     });
   }
-  return std::nullopt;
+  return state_->told;
+}
+
+void PointerLocator::tell(std::optional<Point> overOwnWindow) {
+  const std::lock_guard guard(state_->lock);
+  state_->told = overOwnWindow;
 }
 
 }  // namespace velotap

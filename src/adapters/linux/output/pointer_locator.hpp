@@ -1,4 +1,5 @@
-// Where the pointer is, as far as the session tells: the X server does, Wayland does not.
+// Where the pointer is, as far as anybody tells: the X server does; under Wayland a program hears
+// of the pointer over its own windows only, so there whoever has windows says so.
 //
 // `location` may be called from any thread and waits for its answer at most a few milliseconds. It
 // never connects, because connecting to a server that hangs would hang the caller: that is left to
@@ -25,6 +26,9 @@ class PointerLocator {
   PointerLocator& operator=(const PointerLocator&) = delete;
 
   [[nodiscard]] std::optional<Point> location();
+  /// What the program's own windows know, in their coordinates; nothing while the pointer is over
+  /// none of them. Counts where no X server is asked. Any thread.
+  void tell(std::optional<Point> overOwnWindow);
 
  private:
   struct State;

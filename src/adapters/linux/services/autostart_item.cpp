@@ -138,7 +138,9 @@ std::optional<std::string> AutostartItem::unregisterProgram() {
 }
 
 void AutostartItem::openSettings() {
-  if (!urls_.open(kLoginItemsPage)) urls_.open("file://" + folder_);
+  urls_.open(kLoginItemsPage, [&urls = urls_, folder = folder_](bool taken) {
+    if (!taken) urls.open("file://" + folder, {});
+  });
 }
 
 }  // namespace velotap

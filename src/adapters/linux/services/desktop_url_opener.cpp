@@ -12,6 +12,10 @@ namespace {
 constexpr std::size_t kLongest = 65536;
 constexpr std::array<std::string_view, 4> kSchemes = {"https:", "http:", "mailto:", "file:"};
 
+void tell(UrlOpener::Outcome& outcome, bool taken) {
+  if (const auto told = std::exchange(outcome, nullptr)) told(taken);
+}
+
 }  // namespace
 
 bool isOpenable(std::string_view url) noexcept {
@@ -23,33 +27,69 @@ bool isOpenable(std::string_view url) noexcept {
          });
 }
 
-DesktopUrlOpener::DesktopUrlOpener(std::string currentDesktop, std::vector<std::string> opener,
-                                   int patienceMilliseconds)
-    : currentDesktop_(std::move(currentDesktop)),
-      opener_(std::move(opener)),
-      patience_(patienceMilliseconds) {}
+struct DesktopUrlOpener::Opening {
+  ChildCommand child;
+  Outcome outcome;
+  Observation end{};
+  std::shared_ptr<DelayedWork> patience{};
+};
 
-bool DesktopUrlOpener::open(const std::string& url) {
-  if (settingsPageOf(url) != SettingsPage::none) return openPage(url);
-  if (!isOpenable(url)) return false;
-  std::vector<std::string> command = opener_;
-  command.push_back(url);
-  return run(command, patience_);
+DesktopUrlOpener::DesktopUrlOpener(DescriptorLoop& loop, MainQueue& queue,
+                                   std::string currentDesktop, std::vector<std::string> opener)
+    : loop_(loop),
+      queue_(queue),
+      currentDesktop_(std::move(currentDesktop)),
+      opener_(std::move(opener)) {}
+
+DesktopUrlOpener::~DesktopUrlOpener() {
+  for (const auto& opening : openings_) opening->patience->cancel();
 }
 
-bool DesktopUrlOpener::openPage(const std::string& url) {
-  const auto commands = commandsFor(settingsPageOf(url), currentDesktop_);
-  return std::any_of(commands.begin(), commands.end(),
-                     [this](const auto& command) { return run(command, 0); });
+void DesktopUrlOpener::open(const std::string& url, Outcome outcome) {
+  std::vector<std::vector<std::string>> commands;
+  if (const SettingsPage page = settingsPageOf(url); page != SettingsPage::none) {
+    commands = commandsFor(page, currentDesktop_);
+  } else if (isOpenable(url)) {
+    commands.push_back(opener_);
+    commands.back().push_back(url);
+  }
+  const bool started = std::any_of(commands.begin(), commands.end(),
+                                   [&](const auto& command) { return start(command, outcome); });
+  if (!started) tell(outcome, false);
 }
 
-bool DesktopUrlOpener::run(const std::vector<std::string>& command, int patience) {
-  std::erase_if(running_, [](ChildCommand& child) { return child.finish(0).has_value(); });
+bool DesktopUrlOpener::start(const std::vector<std::string>& command, const Outcome& outcome) {
   auto child = ChildCommand::start(command);
   if (!child) return false;
-  const auto status = child->finish(patience);
-  if (!status) running_.push_back(std::move(*child));
-  return !status || *status == 0;
+  Opening* const opening =
+      openings_.emplace_back(std::make_unique<Opening>(Opening{std::move(*child), outcome})).get();
+  opening->end = loop_.watch(opening->child.descriptor(), DescriptorLoop::Interest::readable,
+                             [this, opening] { ended(opening); });
+  opening->patience =
+      queue_.asyncAfter(kPatienceSeconds, [this, opening] { waitedLongEnough(opening); });
+  return true;
+}
+
+std::vector<std::unique_ptr<DesktopUrlOpener::Opening>>::iterator DesktopUrlOpener::find(
+    const Opening* opening) {
+  return std::find_if(openings_.begin(), openings_.end(),
+                      [opening](const auto& each) { return each.get() == opening; });
+}
+
+void DesktopUrlOpener::ended(const Opening* opening) {
+  const auto found = find(opening);
+  if (found == openings_.end()) return;
+  const std::unique_ptr<Opening> finished = std::move(*found);
+  openings_.erase(found);
+  finished->end.reset();
+  finished->patience->cancel();
+  tell(finished->outcome, finished->child.finish(0) == 0);
+}
+
+// The command is still watched: whoever is not waited for stays behind as a ghost.
+void DesktopUrlOpener::waitedLongEnough(const Opening* opening) {
+  const auto found = find(opening);
+  if (found != openings_.end()) tell((*found)->outcome, true);
 }
 
 }  // namespace velotap

@@ -1,15 +1,19 @@
 // Hands addresses to the desktop: web pages, letters to write, files to show, pages of its
 // settings.
 //
-// Main thread. The desktop's opener is given a short while to say that it found no program; one
-// that takes longer has found one. What is no address that the program could mean is refused here.
+// Main thread; never waits. The desktop's opener is given a while to say that it found no program;
+// one that takes longer has found one. What is no address that the program could mean is refused
+// here. Openers that still run when this object goes are left to their work.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "adapters/linux/descriptor_loop.hpp"
 #include "adapters/linux/services/child_command.hpp"
+#include "platform/main_queue.hpp"
 #include "platform/url_opener.hpp"
 
 namespace velotap {
@@ -20,23 +24,31 @@ namespace velotap {
 
 class DesktopUrlOpener final : public UrlOpener {
  public:
-  static constexpr int kPatienceMilliseconds = 1500;
+  static constexpr double kPatienceSeconds = 10;
 
   /// `opener` gets the address as its last argument; `currentDesktop` is XDG_CURRENT_DESKTOP.
-  explicit DesktopUrlOpener(std::string currentDesktop,
-                            std::vector<std::string> opener = {"xdg-open"},
-                            int patienceMilliseconds = kPatienceMilliseconds);
+  DesktopUrlOpener(DescriptorLoop& loop, MainQueue& queue, std::string currentDesktop,
+                   std::vector<std::string> opener = {"xdg-open"});
+  ~DesktopUrlOpener() override;
+  DesktopUrlOpener(const DesktopUrlOpener&) = delete;
+  DesktopUrlOpener& operator=(const DesktopUrlOpener&) = delete;
 
-  bool open(const std::string& url) override;
+  void open(const std::string& url, Outcome outcome) override;
 
  private:
-  [[nodiscard]] bool run(const std::vector<std::string>& command, int patience);
-  [[nodiscard]] bool openPage(const std::string& url);
+  struct Opening;
 
+  /// False when the command cannot be started; then the outcome is still to be told.
+  [[nodiscard]] bool start(const std::vector<std::string>& command, const Outcome& outcome);
+  void ended(const Opening* opening);
+  void waitedLongEnough(const Opening* opening);
+  [[nodiscard]] std::vector<std::unique_ptr<Opening>>::iterator find(const Opening* opening);
+
+  DescriptorLoop& loop_;
+  MainQueue& queue_;
   std::string currentDesktop_;
   std::vector<std::string> opener_;
-  int patience_;
-  std::vector<ChildCommand> running_;  // until they are found to have ended
+  std::vector<std::unique_ptr<Opening>> openings_;  // until their commands end
 };
 
 }  // namespace velotap

@@ -24,7 +24,9 @@ bool PkexecPrompt::openSettings() {
 
 bool PkexecPrompt::revealProgram() {
   const auto slash = places_.program.rfind('/');
-  return slash != std::string::npos && urls_.open("file://" + places_.program.substr(0, slash + 1));
+  if (slash == std::string::npos) return false;
+  urls_.open("file://" + places_.program.substr(0, slash + 1), {});
+  return true;
 }
 
 Observation PkexecPrompt::observe(std::function<void()> mayHaveChanged) {

@@ -11,6 +11,7 @@
 
 #include "adapters/macos/cocoa/cocoa_appearance.hpp"
 #include "adapters/macos/shell/mac_panels.hpp"
+#include "adapters/macos/shell/program_facts.hpp"
 #include "platform/applications.hpp"
 #include "platform/platform.hpp"
 #include "platform/regional_settings.hpp"
@@ -33,6 +34,7 @@ class MacDesktop {
   [[nodiscard]] Applications& applications() noexcept;
   [[nodiscard]] MacPanels& panels() noexcept;
   [[nodiscard]] CocoaAppearance& appearance() noexcept;
+  [[nodiscard]] const ProgramFacts& program() const noexcept;
   /// Where the program keeps what is neither a setting nor the person's; need not exist.
   [[nodiscard]] static std::string supportFolder();
   /// To be called when the program comes to the front: settings that another program wrote and the

@@ -11,7 +11,6 @@
 #include "adapters/macos/runtime/dispatch_main_queue.hpp"
 #include "adapters/macos/runtime/mac_library_loader.hpp"
 #include "adapters/macos/runtime/mach_clock.hpp"
-#include "adapters/macos/runtime/standard_output_log.hpp"
 #include "adapters/macos/shell/mac_alerts.hpp"
 #include "adapters/macos/shell/mac_announcements.hpp"
 #include "adapters/macos/shell/mac_login_item.hpp"
@@ -22,6 +21,7 @@
 #include "adapters/macos/trust/mac_trust.hpp"
 #include "adapters/macos/workspace/mac_applications.hpp"
 #include "adapters/macos/workspace/mac_workspace.hpp"
+#include "adapters/posix/standard_log.hpp"
 
 namespace velotap {
 
@@ -29,7 +29,7 @@ namespace velotap {
 struct MacDesktop::Parts {
   Parts(bool debug, std::vector<std::string> settingKeys);
 
-  StandardOutputLog log;
+  StandardLog log;
   MachClock clock;
   DispatchMainQueue queue;
   MacLibraryLoader libraries;
@@ -41,6 +41,7 @@ struct MacDesktop::Parts {
   std::unique_ptr<CocoaAnnouncer> announcer;
   std::unique_ptr<NativeDialogs> dialogs;
   std::unique_ptr<CocoaAppearance> appearance;
+  ProgramFacts program;
   std::unique_ptr<RegionalSettings> regionalSettings;
   QuartzEventStream events;
   QuartzEventTaps taps;
@@ -76,6 +77,7 @@ MacDesktop::Parts::Parts(bool debug, std::vector<std::string> settingKeys)
       announcer(CocoaAnnouncer::system()),
       dialogs(NativeDialogs::system()),
       appearance(CocoaAppearance::system()),
+      program(programFacts(*CocoaProgram::system())),
       regionalSettings(makeMacRegionalSettings()),
       events(CoreFoundationApi::system(), QuartzApi::system(), ObjectiveCApi::system()),
       taps(CoreFoundationApi::system(), QuartzApi::system()),
@@ -142,6 +144,10 @@ MacPanels& MacDesktop::panels() noexcept {
 
 CocoaAppearance& MacDesktop::appearance() noexcept {
   return *parts_->appearance;
+}
+
+const ProgramFacts& MacDesktop::program() const noexcept {
+  return parts_->program;
 }
 
 std::string MacDesktop::supportFolder() {

@@ -7,7 +7,11 @@
 
 namespace velotap {
 
-/// Items that send a selector are enabled by whether somebody knows it; all others as they say.
-[[nodiscard]] NSMenu* builtMenu(const std::string& title, const std::vector<NativeMenuItem>& items);
+/// Who says whether an item can be chosen: the item alone, or the system for those that send a
+/// selector, by whether somebody knows it.
+enum class Enabling { byItem, bySystem };
+
+[[nodiscard]] NSMenu* builtMenu(const std::string& title, const std::vector<NativeMenuItem>& items,
+                                Enabling enabling);
 
 }  // namespace velotap

@@ -39,17 +39,21 @@
 namespace velotap {
 namespace {
 
-NSMenuItem* builtItem(const NativeMenuItem& value) {
+// The system gives the parent of a submenu an action of its own, if it is left without one.
+SEL actionOf(const NativeMenuItem& value) {
+  if (!value.submenu.empty()) return nullptr;
+  return value.selector.empty() ? @selector(chosen:) : sel_registerName(value.selector.c_str());
+}
+
+NSMenuItem* builtItem(const NativeMenuItem& value, Enabling enabling) {
   if (value.separator) return [NSMenuItem separatorItem];
-  const bool toResponder = !value.selector.empty();
-  SEL action = toResponder ? sel_registerName(value.selector.c_str()) : @selector(chosen:);
   NSMenuItem* item = [[NSMenuItem alloc] initWithTitle:foundationText(value.title)
-                                                action:action
+                                                action:actionOf(value)
                                          keyEquivalent:foundationText(value.key)];
   if (value.keyShift) {
     item.keyEquivalentModifierMask = NSEventModifierFlagCommand | NSEventModifierFlagShift;
   }
-  if (!toResponder) {
+  if (value.submenu.empty() && value.selector.empty()) {
     VelotapMenuTarget* target = [[VelotapMenuTarget alloc] initWithAction:value.action
                                                                   enabled:value.enabled];
     item.target = target;
@@ -59,15 +63,17 @@ NSMenuItem* builtItem(const NativeMenuItem& value) {
   item.hidden = value.hidden;
   item.state = value.checked.value_or(false) ? NSControlStateValueOn : NSControlStateValueOff;
   if (!value.toolTip.empty()) item.toolTip = foundationText(value.toolTip);
-  if (!value.submenu.empty()) item.submenu = builtMenu(value.title, value.submenu);
+  if (!value.submenu.empty()) item.submenu = builtMenu(value.title, value.submenu, enabling);
   return item;
 }
 
 }  // namespace
 
-NSMenu* builtMenu(const std::string& title, const std::vector<NativeMenuItem>& items) {
+NSMenu* builtMenu(const std::string& title, const std::vector<NativeMenuItem>& items,
+                  Enabling enabling) {
   NSMenu* menu = [[NSMenu alloc] initWithTitle:foundationText(title)];
-  for (const NativeMenuItem& item : items) [menu addItem:builtItem(item)];
+  menu.autoenablesItems = enabling == Enabling::bySystem;
+  for (const NativeMenuItem& item : items) [menu addItem:builtItem(item, enabling)];
   return menu;
 }
 

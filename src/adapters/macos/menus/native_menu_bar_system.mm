@@ -7,7 +7,7 @@ class SystemMenuBar final : public NativeMenuBar {
  public:
   void show(const std::vector<NativeMenuItem>& menus) override {
     NSApplication* application = NSApplication.sharedApplication;
-    NSMenu* bar = builtMenu("", menus);
+    NSMenu* bar = builtMenu("", menus, Enabling::bySystem);
     application.mainMenu = bar;
     if (bar.numberOfItems > 0) {
       application.windowsMenu = [bar itemAtIndex:bar.numberOfItems - 1].submenu;

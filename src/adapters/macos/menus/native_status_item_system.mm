@@ -64,7 +64,7 @@ class SystemStatusItem final : public NativeStatusItem {
   void setVisible(bool visible) override { item_.visible = visible; }
 
   void popUp(const std::vector<NativeMenuItem>& values) override {
-    NSMenu* menu = builtMenu("", values);
+    NSMenu* menu = builtMenu("", values, Enabling::byItem);
     NSStatusBarButton* button = item_.button;
     [button highlight:YES];
     [menu popUpMenuPositioningItem:nil atLocation:CGPoint{0, button.bounds.origin.y} inView:button];

@@ -37,7 +37,7 @@ class SparkleUpdater final : public CocoaUpdater {
 
   void checkForUpdates() override {
     [NSApplication.sharedApplication activateIgnoringOtherApps:YES];
-    [controller_.updater checkForUpdates];
+    [controller_ checkForUpdates:nil];
   }
 
   bool automaticallyChecks() override { return controller_.updater.automaticallyChecksForUpdates; }

@@ -9,7 +9,10 @@ namespace velotap {
 class MacUrlOpener final : public UrlOpener {
  public:
   explicit MacUrlOpener(CocoaWorkspace& workspace) : workspace_(workspace) {}
-  bool open(const std::string& url) override { return workspace_.openUrl(url); }
+  void open(const std::string& url, Outcome outcome) override {
+    const bool taken = workspace_.openUrl(url);
+    if (outcome) outcome(taken);
+  }
 
  private:
   CocoaWorkspace& workspace_;

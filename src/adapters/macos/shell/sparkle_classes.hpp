@@ -9,7 +9,6 @@
 @protocol VelotapSparkleUpdater <NSObject>
 @property BOOL automaticallyChecksForUpdates;
 @property(readonly, copy) NSDate* lastUpdateCheckDate;
-- (void)checkForUpdates;
 @end
 
 @protocol VelotapSparkleController <NSObject>
@@ -17,4 +16,5 @@
 - (instancetype)initWithStartingUpdater:(BOOL)startUpdater
                         updaterDelegate:(id)updaterDelegate
                      userDriverDelegate:(id)userDriverDelegate;
+- (void)checkForUpdates:(id)sender;
 @end

@@ -3,7 +3,6 @@
 #include <QFile>
 #include <QGuiApplication>
 #include <QKeyEvent>
-#include <QSysInfo>
 #include <QWindow>
 #include <utility>
 
@@ -133,11 +132,13 @@ OnboardingWindow* QtWindows::onboarding() const {
 
 SettingsPanes::Desktop QtWindows::panesDesktop() {
   MacPanels& panels = surroundings_.panels;
+  const ProgramFacts& program = surroundings_.program;
   return {.applications = surroundings_.applications,
           .appsOptions = [] { return AppsPane::Options{}; },
           .facts = [] { return DesktopFacts{}; },
           .system = "macOS",
-          .systemVersion = QSysInfo::productVersion().toStdString(),
+          .systemVersion = program.systemVersion,
+          .build = {.version = program.version, .build = program.build, .notice = program.notice},
           .chooseApplications =
               [&panels](const std::string& message) { return panels.chooseApplications(message); },
           .save = [&panels](std::string_view name,

@@ -20,7 +20,7 @@ Column {
         Accessible.description: root.s.outcome
         onPressedButton: button => root.pane.press(button)
         onReleasedButton: button => root.pane.release(button)
-        onPlaced: (ready, hidden, x, y, width, height) => root.pane.place(ready, hidden, x, y, width, height)
+        onPlaced: facts => root.pane.place(facts)
         onGone: root.pane.leave()
         Rectangle {
             anchors.fill: parent

@@ -88,6 +88,24 @@ TEST_F(PointerLocatorTest, UnderWaylandTheXServerIsNotBelieved) {
   EXPECT_EQ(locator.location(), std::nullopt);
 }
 
+TEST_F(PointerLocatorTest, UnderWaylandTheProgramsOwnWindowsTell) {
+  setenv("WAYLAND_DISPLAY", "wayland-0", 1);
+  PointerLocator locator(clock, queue);
+  locator.tell(Point{.x = 30, .y = 40});
+  EXPECT_EQ(locator.location(), (Point{.x = 30, .y = 40}));
+  locator.tell(std::nullopt);
+  EXPECT_EQ(locator.location(), std::nullopt) << "it left them";
+}
+
+TEST_F(PointerLocatorTest, AServerThatTellsIsBelievedMoreThanWindows) {
+  const XServer server;
+  use(server);
+  PointerLocator locator(clock, queue);
+  server.movePointer(7, 8);
+  locator.tell(Point{.x = 30, .y = 40});
+  EXPECT_EQ(locator.location(), (Point{.x = 7, .y = 8}));
+}
+
 TEST_F(PointerLocatorTest, AHangingServerCostsTheAnswerOnly) {
   const test::XServer server;
   use(server);

@@ -6,20 +6,11 @@
 #include <fstream>
 #include <iterator>
 
+#include "support/recording_urls.hpp"
 #include "support/temporary_folder.hpp"
 
 namespace velotap {
 namespace {
-
-class RecordingUrls final : public UrlOpener {
- public:
-  bool open(const std::string& url) override {
-    opened.push_back(url);
-    return works;
-  }
-  bool works = true;
-  std::vector<std::string> opened;
-};
 
 TEST(AutostartEntry, ReadsWhatItWrites) {
   for (const char* program :
@@ -64,7 +55,7 @@ class AutostartItemTest : public ::testing::Test {
     std::ofstream(item_.file()) << text;
   }
   TemporaryFolder folder_;
-  RecordingUrls urls_;
+  test::RecordingUrls urls_;
   const std::string autostart_ = (folder_.path() / "autostart").string();
   AutostartItem item_{autostart_, "/bin/sh", urls_};
 };

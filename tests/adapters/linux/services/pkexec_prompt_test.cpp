@@ -7,20 +7,12 @@
 #include <iterator>
 
 #include "adapters/linux/services/seat_trust.hpp"
+#include "support/recording_urls.hpp"
 #include "support/served_loop.hpp"
 #include "support/temporary_folder.hpp"
 
 namespace velotap {
 namespace {
-
-class RecordingUrls final : public UrlOpener {
- public:
-  bool open(const std::string& url) override {
-    opened.push_back(url);
-    return true;
-  }
-  std::vector<std::string> opened;
-};
 
 class PkexecPromptTest : public ::testing::Test, protected test::ServedLoop {
  protected:
@@ -63,7 +55,7 @@ class PkexecPromptTest : public ::testing::Test, protected test::ServedLoop {
   const std::string fifo_ = (folder_.path() / "fifo").string();
   const std::string helper_ = (folder_.path() / "helper").string();
   SessionActivity activity_{queue, nullptr};
-  RecordingUrls urls_;
+  test::RecordingUrls urls_;
   std::optional<AccessWatch> access_;
   std::optional<PkexecPrompt> prompt_;
   Observation observation_;

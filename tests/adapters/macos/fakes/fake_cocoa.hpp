@@ -11,6 +11,7 @@
 #include "adapters/macos/preferences/preferences_changes.hpp"
 #include "adapters/macos/shell/mac_alerts.hpp"
 #include "adapters/macos/shell/native_dialogs.hpp"
+#include "adapters/macos/shell/program_facts.hpp"
 
 namespace velotap::test {
 
@@ -128,6 +129,19 @@ class FakeDialogs final : public NativeDialogs {
   std::map<std::string, std::string> files;
   std::string pasteboard;
   std::vector<std::string> drawn;
+};
+
+class FakeProgram final : public CocoaProgram {
+ public:
+  std::optional<std::string> entry(const std::string& key) override {
+    const auto found = entries.find(key);
+    return found == entries.end() ? std::nullopt : std::optional(found->second);
+  }
+  std::string systemVersion() override { return "Version 14.2 (Build 23C64)"; }
+
+  std::map<std::string, std::string> entries{{"CFBundleShortVersionString", "1.2.3"},
+                                             {"CFBundleVersion", "45"},
+                                             {"NSHumanReadableCopyright", "© somebody"}};
 };
 
 class FakeAppearance final : public CocoaAppearance {

@@ -33,9 +33,14 @@ TEST(MacTrustPromptTest, itPromptsOpensThePageAndShowsTheBundle) {
 TEST(MacUrlOpenerTest, theAnswerIsTheWorkspaces) {
   FakeWorkspace workspace;
   MacUrlOpener urls(workspace);
-  EXPECT_TRUE(urls.open("mailto:somebody@example.org"));
+  const auto outcome = [&urls](const std::string& url) {
+    std::optional<bool> told;
+    urls.open(url, [&told](bool taken) { told = taken; });
+    return told.value();
+  };
+  EXPECT_TRUE(outcome("mailto:somebody@example.org"));
   workspace.opens = false;
-  EXPECT_FALSE(urls.open("mailto:somebody@example.org"));
+  EXPECT_FALSE(outcome("mailto:somebody@example.org"));
   EXPECT_EQ(workspace.opened.size(), 2U);
 }
 

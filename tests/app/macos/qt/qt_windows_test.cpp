@@ -3,11 +3,14 @@
 
 #include <gtest/gtest.h>
 
+#include <QEventLoop>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QKeySequence>
+#include <QQuickItem>
 
 #include "app/macos/mac_world.hpp"
+#include "config/practice_target.hpp"
 #include "settings/window/about_object.hpp"
 #include "settings/window/apps_object.hpp"
 
@@ -23,12 +26,14 @@ struct WindowWorld : MacWorld {
 
   FakeDialogs dialogs;
   FakeAppearance appearance;
+  FakeProgram program;
   MacApplications applications{cocoa};
   MacPanels panels{dialogs, cocoa};
   int activations = 0;
   QtWindows windows{{.applications = applications,
                      .panels = panels,
                      .appearance = appearance,
+                     .program = programFacts(program),
                      .stateFolder = folder.path().string(),
                      .activate = [this] { ++activations; }}};
 };
@@ -86,10 +91,64 @@ TEST_F(QtWindowsTest, theOnboardingOpensAndGoesOnToTheSettings) {
   EXPECT_TRUE(settings().isOpen());
 }
 
-TEST_F(QtWindowsTest, practisingLeadsToTheGestures) {
+// An object of this type among those that a window is made of; what is drawn inside of another
+// thing need not be its child otherwise.
+QObject* objectOfType(QObject* root, const char* type) {
+  if (QByteArray(root->metaObject()->className()).contains(type)) return root;
+  QObjectList inside;
+  for (QObject* child : root->children()) {
+    if (qobject_cast<QQuickItem*>(child) == nullptr) inside.append(child);
+  }
+  if (const auto* item = qobject_cast<QQuickItem*>(root)) {
+    for (QQuickItem* child : item->childItems()) inside.append(child);
+  }
+  for (QObject* child : inside) {
+    if (QObject* found = objectOfType(child, type)) return found;
+  }
+  return nullptr;
+}
+
+void await(const QObject* object, const char* signal) {
+  QEventLoop loop;
+  QObject::connect(object, signal, &loop, SLOT(quit()));
+  loop.exec();
+}
+
+Point centreOnScreen(const QQuickItem& item) {
+  const QPointF centre = item.mapToGlobal(QPointF(item.width() / 2, item.height() / 2));
+  return {centre.x(), centre.y()};
+}
+
+TEST_F(QtWindowsTest, practisingOpensThePracticePlaceItself) {
   application().onboarding().show();
   application().onboarding().tryMiddleClick();
-  EXPECT_TRUE(settings().isOpen());
+  ASSERT_TRUE(settings().isOpen());
+  EXPECT_GE(world().activations, 1) << "a program without a Dock place opens behind the others";
+  QObject* sheet = objectOfType(settings().view()->rootObject(), "PracticeSheet");
+  ASSERT_NE(sheet, nullptr);
+  await(sheet, SIGNAL(opened()));
+  EXPECT_EQ(sheet->property("title").toString(), QStringLiteral("Try a middle click"));
+  const auto* surface =
+      qobject_cast<QQuickItem*>(objectOfType(settings().view()->contentItem(), "PracticeSurface"));
+  ASSERT_NE(surface, nullptr);
+  const Point centre = centreOnScreen(*surface);
+  EXPECT_TRUE(PracticeTarget::shared().contains(centre)) << "gestures are delivered there";
+  QMetaObject::invokeMethod(sheet, "close");
+  await(sheet, SIGNAL(closed()));
+  EXPECT_FALSE(PracticeTarget::shared().contains(centre));
+}
+
+TEST_F(QtWindowsTest, whatTheProgramIsStandsInItsBundle) {
+  world().windows.showSettings(SettingsPane::about);
+  const QVariantMap& about = pane<AboutObject>(settings().panes()->about).state();
+  EXPECT_EQ(about.value(QStringLiteral("version")), QStringLiteral("Version 1.2.3 (45)"));
+  EXPECT_EQ(about.value(QStringLiteral("notice")), QStringLiteral("© somebody"));
+  const QString snapshot =
+      about.value(QStringLiteral("snapshot")).toMap().value(QStringLiteral("text")).toString();
+  EXPECT_TRUE(
+      snapshot.startsWith(QStringLiteral("Velotap · Version 1.2.3 (45)\n"
+                                         "macOS · Version 14.2 (Build 23C64)\n")))
+      << snapshot.toStdString();
 }
 
 TEST_F(QtWindowsTest, chosenApplicationsBecomeRulesWithTheirIcons) {

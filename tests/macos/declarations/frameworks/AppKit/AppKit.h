@@ -109,6 +109,7 @@ static const NSControlStateValue NSControlStateValueOn = 1;
 
 @interface NSMenu : NSObject
 @property(readonly) NSInteger numberOfItems;
+@property BOOL autoenablesItems;
 - (instancetype)initWithTitle:(NSString*)title;
 - (void)addItem:(NSMenuItem*)item;
 - (NSMenuItem*)itemAtIndex:(NSInteger)index;

@@ -149,6 +149,11 @@ typedef NSString* NSURLResourceKey;
 - (id)objectForInfoDictionaryKey:(NSString*)key;
 @end
 
+@interface NSProcessInfo : NSObject
+@property(class, readonly) NSProcessInfo* processInfo;
+@property(readonly, copy) NSString* operatingSystemVersionString;
+@end
+
 typedef NSString* NSNotificationName;
 
 @interface NSNotification : NSObject

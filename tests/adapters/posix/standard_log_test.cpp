@@ -1,4 +1,4 @@
-#include "adapters/linux/runtime/standard_log.hpp"
+#include "adapters/posix/standard_log.hpp"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -8,9 +8,8 @@
 #include <csignal>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
-
-#include "adapters/linux/runtime/descriptor.hpp"
 
 namespace velotap {
 namespace {
@@ -18,23 +17,22 @@ namespace {
 class StandardLogTest : public testing::Test {
  protected:
   StandardLogTest() {
-    std::array<int, 2> ends{};
-    if (pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
-    reader = Descriptor(ends[0]);
-    writer = Descriptor(ends[1]);
+    if (::pipe(ends.data()) == 0) ::fcntl(ends[0], F_SETFL, O_NONBLOCK);
+  }
+  ~StandardLogTest() override {
+    for (const int end : ends) ::close(end);
   }
   std::string read() const {
     std::array<char, 4096> buffer;
-    const ssize_t n = ::read(reader.get(), buffer.data(), buffer.size());
+    const ssize_t n = ::read(ends[0], buffer.data(), buffer.size());
     return n > 0 ? std::string(buffer.data(), static_cast<std::size_t>(n)) : std::string();
   }
 
-  Descriptor reader;
-  Descriptor writer;
+  std::array<int, 2> ends{-1, -1};  ///< to read from, to write to
 };
 
 TEST_F(StandardLogTest, LineHasThePrefixAndIsThereAtOnce) {
-  StandardLog log(true, writer.get());
+  StandardLog log(true, ends[1]);
   EXPECT_TRUE(log.enabled());
   log.line("restarting listeners");
   EXPECT_EQ(read(), "[Velotap] restarting listeners\n");
@@ -43,14 +41,14 @@ TEST_F(StandardLogTest, LineHasThePrefixAndIsThereAtOnce) {
 }
 
 TEST_F(StandardLogTest, SilentWhenNotEnabled) {
-  StandardLog log(false, writer.get());
+  StandardLog log(false, ends[1]);
   EXPECT_FALSE(log.enabled());
   log.line("restarting listeners");
   EXPECT_EQ(read(), "");
 }
 
 TEST_F(StandardLogTest, LinesOfSeveralThreadsNeverMix) {
-  StandardLog log(true, writer.get());
+  StandardLog log(true, ends[1]);
   std::vector<std::thread> writers;
   for (const char letter : {'a', 'b', 'c', 'd'}) {
     writers.emplace_back([&log, letter] {
@@ -69,10 +67,15 @@ TEST_F(StandardLogTest, LinesOfSeveralThreadsNeverMix) {
 
 TEST_F(StandardLogTest, AReaderThatIsGoneIsNoError) {
   const auto handler = std::signal(SIGPIPE, SIG_IGN);
-  StandardLog log(true, writer.get());
-  reader.reset();
+  StandardLog log(true, ends[1]);
+  ::close(std::exchange(ends[0], -1));
   log.line("nobody reads this");
   std::signal(SIGPIPE, handler);
+}
+
+TEST_F(StandardLogTest, AnOutputThatIsClosedIsNoError) {
+  StandardLog log(true, -1);
+  log.line("nobody reads this");
 }
 
 }  // namespace

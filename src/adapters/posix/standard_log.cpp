@@ -1,4 +1,4 @@
-#include "adapters/linux/runtime/standard_log.hpp"
+#include "adapters/posix/standard_log.hpp"
 
 #include <unistd.h>
 
