@@ -70,14 +70,16 @@ stage_guest() {
 }
 
 # boot FOLDER LOG SECONDS [QEMU-OPTION...]: runs the machine with the base image and what is in
-# FOLDER, until it switches itself off. Returns 124 when the time was up.
+# FOLDER, until it switches itself off. Returns 124 when the time was up. The machine does not
+# outlive the shell that waits for it.
 boot() {
   local folder=$1 log=$2 seconds=$3 status=0
   shift 3
   pack_archive "$folder" "$log.archive"
   cat "$vm_cache/base.gz" "$log.archive" > "$log.initrd"
-  timeout --kill-after=5 "$seconds" qemu-system-x86_64 -accel tcg -machine q35 -cpu max -m 700 \
-    -nic none -nographic -no-reboot -kernel "$vm_cache/vmlinuz" -initrd "$log.initrd" \
+  setpriv --pdeathsig TERM timeout --kill-after=5 "$seconds" \
+    qemu-system-x86_64 -accel tcg -machine q35 -cpu max -m 700 -nic none -nographic -no-reboot \
+    -kernel "$vm_cache/vmlinuz" -initrd "$log.initrd" \
     -append "console=ttyS0 quiet loglevel=3 panic=-1 rdinit=/init" "$@" \
     < /dev/null > "$log.raw" 2>&1 || status=$?
   tr -d '\r' < "$log.raw" > "$log"
