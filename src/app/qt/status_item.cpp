@@ -66,13 +66,15 @@ QPixmap outlined(const QString& symbol, int side, const QColor& ink, const QColo
   return result;
 }
 
-QIcon drawn(const StatusIcon& icon, bool darkPanel) {
+QIcon drawn(const StatusIcon& icon, bool onDark, bool certain) {
   const QColor light(0xf5f6f8);
   const QColor dark(0x24262b);
+  const QColor& ink = onDark ? light : dark;
+  const QString symbol = QString::fromStdString(icon.symbol);
   QIcon result;
   for (const int side : kSides) {
-    result.addPixmap(outlined(QString::fromStdString(icon.symbol), side, darkPanel ? light : dark,
-                              darkPanel ? dark : light));
+    result.addPixmap(certain ? QPixmap::fromImage(paintSymbol(symbol, {side, side}, ink))
+                             : outlined(symbol, side, ink, onDark ? dark : light));
   }
   return result;
 }
@@ -145,7 +147,7 @@ void StatusItem::showIcon() {
   if (!icon_ || !shown_) return;
   const QString name = QString::fromLatin1(themeName(shown_->state));
   const auto dark = panelIsDark(icon_->geometry());
-  const QIcon mark = drawn(*shown_, dark.value_or(darkPanel_));
+  const QIcon mark = drawn(*shown_, dark.value_or(darkPanel_), dark.has_value());
   // Who has a place for a window has no colours for it.
   icon_->setIcon(dark ? mark : QIcon::fromTheme(name, mark));
   icon_->setToolTip(QString::fromStdString(shown_->label));
