@@ -33,12 +33,6 @@ install(FILES ${here}/app.norwend.velotap.desktop DESTINATION ${applications})
 install(FILES ${here}/app.norwend.velotap.metainfo.xml
   DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 install(FILES ${here}/app.norwend.velotap.svg DESTINATION ${icons}/scalable/apps)
-# The status item's marks, under the names by which a desktop colours them itself.
-foreach(mark IN ITEMS active:computermouse.fill unavailable:exclamationmark.triangle
-    disabled:computermouse)
-  string(REPLACE ":" ";" mark ${mark})
-  list(GET mark 0 state)
-  list(GET mark 1 symbol)
-  install(FILES ${CMAKE_SOURCE_DIR}/resources/icons/${symbol}.svg
-    DESTINATION ${icons}/symbolic/apps RENAME velotap-${state}-symbolic.svg)
-endforeach()
+# The status item's marks, under the names by which a desktop colours them itself. Desktops fill
+# every shape for that, so unlike the program's own symbols these have no strokes.
+install(DIRECTORY ${here}/symbolic/ DESTINATION ${icons}/symbolic/apps)

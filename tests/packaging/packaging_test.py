@@ -13,6 +13,7 @@ import udev_rules
 ROOT = pathlib.Path(sys.argv.pop())
 RULE_FILE = ROOT / "packaging/udev/70-velotap.rules"
 ACCESS = {"TAG uaccess"}
+SVG = "{http://www.w3.org/2000/svg}"
 
 
 def event(vendor, product, *kinds, **more):
@@ -95,6 +96,27 @@ class RuleLanguageTest(unittest.TestCase):
     def test_an_absent_property_differs_from_every_value(self):
         self.assertFalse(udev_rules.matches({}, "ENV{X}", "==", "1"))
         self.assertTrue(udev_rules.matches({}, "ENV{X}", "!=", "1"))
+
+
+class SymbolicIconTest(unittest.TestCase):
+    """Desktops of one family fill every shape with their colour, those of the other look for a
+    style sheet with a known name."""
+
+    def test_desktops_can_colour_them(self):
+        marks = sorted((ROOT / "packaging/linux/symbolic").glob("*.svg"))
+        self.assertEqual([mark.name for mark in marks],
+                         [f"velotap-{state}-symbolic.svg"
+                          for state in ("active", "disabled", "unavailable")])
+        for mark in marks:
+            tree = xml.etree.ElementTree.parse(mark).getroot()
+            self.assertEqual([style.get("id") for style in tree.iter(SVG + "style")],
+                             ["current-color-scheme"])
+            shapes = [node for node in tree.iter() if node.tag not in (SVG + "svg", SVG + "style")]
+            self.assertTrue(shapes)
+            for shape in shapes:
+                self.assertEqual(shape.get("fill"), "currentColor", mark.name)
+                self.assertEqual(shape.get("class"), "ColorScheme-Text", mark.name)
+            self.assertNotIn("stroke", mark.read_text(), mark.name)
 
 
 class GrantAccessTest(unittest.TestCase):

@@ -132,7 +132,7 @@ void DesktopApplication::followAppearance() {
                     .highContrast = appearance_.highContrast(),
                     .textScale = appearance_.textScale()});
   QApplication::setPalette(widgetPalette(context_.palette(), appearance_.dark()));
-  statusItem_.setDarkPanel(panelIsDark(desktop_.currentDesktop, appearance_.dark()));
+  statusItem_.setDarkPanel(expectsDarkPanel(desktop_.currentDesktop, appearance_.dark()));
 }
 
 // Once, where the desktop shows notices; the General pane says it too.

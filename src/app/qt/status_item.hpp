@@ -41,6 +41,6 @@ class StatusItem {
 };
 
 /// Is the panel dark? GNOME's always is; elsewhere panels follow the windows.
-[[nodiscard]] bool panelIsDark(const QString& desktops, bool darkWindows);
+[[nodiscard]] bool expectsDarkPanel(const QString& desktops, bool darkWindows);
 
 }  // namespace velotap

@@ -9,8 +9,11 @@ import sys
 import tempfile
 import time
 
+from dbus.mainloop.glib import DBusGMainLoop
 from gi.repository import GLib
 
+# Connections that are made later are served by the same loop.
+DBusGMainLoop(set_as_default=True)
 PATIENCE = 10  # seconds until something that should happen counts as not happening
 
 

@@ -7,16 +7,8 @@ recovery_test.py PROGRAM PROVIDER THROWING-PROVIDER. Runs below `umockdev-wrappe
 import pathlib
 import resource
 import signal
-import sys
-import unittest
 
-import dbus
-import dbus.service
-
-import accessible
-from desktop_session import Program, until
-from desktop_world import Devices
-from status_host import WATCHER, Item, Watcher
+from desktop_case import DesktopCase
 
 OFFER = "Velotap crashed last time"
 LOGIN_FAILED = "Could not update Launch at Login"
@@ -24,38 +16,13 @@ FATAL = (signal.SIGABRT, signal.SIGSEGV, signal.SIGBUS, signal.SIGILL, signal.SI
          signal.SIGTRAP)
 
 
-class RecoveryTest(unittest.TestCase):
-    program_path = ""
-    provider = ""
-    throwing = ""
+class RecoveryTest(DesktopCase):
+    arguments = ("program_path", "provider", "throwing")
 
     def setUp(self):
-        accessible.turn_on()
-        devices = self.devices = Devices()
-        self.addCleanup(devices.folder.cleanup)
-        devices.grant()
-        bus = dbus.SessionBus(private=True)
-        self.name = dbus.service.BusName(WATCHER, bus)
-        self.addCleanup(self.__dict__.pop, "name")
-        self.bus = bus
-        self.watcher = Watcher(bus)
-        self.addCleanup(self.watcher.remove_from_connection)
-        self.program = self.enterContext(Program(
-            self.program_path, self.provider,
-            {"accessibilitySetupPresented": True, "maxTapDurationMs": 321},
-            {**devices.environment, "PATH": "/nowhere"}))
-
-    def comes(self, condition, what):
-        self.assertTrue(until(condition), what + "\n" + self.program.told())
-
-    def windows(self):
-        return accessible.Windows(self.program.process.pid)
-
-    def await_item(self):
-        self.comes(lambda: self.watcher.items, "the item registers")
-        item = Item(self.bus, self.watcher)
-        self.comes(lambda: item.label() == "Velotap (active)", "the program runs")
-        return item
+        self.make_devices()
+        self.make_host()
+        self.start({"accessibilitySetupPresented": True, "maxTapDurationMs": 321}, PATH="/nowhere")
 
     def end_with(self, number):
         self.watcher.items.clear()
@@ -70,10 +37,10 @@ class RecoveryTest(unittest.TestCase):
     def answer(self, button):
         """Starts the program, which offers one report."""
         self.program.start()
-        self.comes(lambda: OFFER in self.windows().titles(), "the report is offered")
-        self.windows().press(button, window=OFFER)
+        self.comes(lambda: OFFER in self.windows.titles(), "the report is offered")
+        self.windows.press(button, window=OFFER)
         self.await_item()
-        self.assertNotIn(OFFER, self.windows().titles(), "one offer for a launch")
+        self.assertNotIn(OFFER, self.windows.titles(), "one offer for a launch")
 
     def test_every_fatal_signal_is_offered_until_it_is_deleted(self):
         for number in FATAL:
@@ -97,7 +64,7 @@ class RecoveryTest(unittest.TestCase):
         self.end_with(signal.SIGKILL)
         self.program.start()
         self.await_item()
-        self.assertEqual(self.windows().titles(), [])
+        self.assertEqual(self.windows.titles(), [])
         self.assertEqual(self.reports(), [])
         self.assertEqual(self.program.settings()["maxTapDurationMs"], 321)
 
@@ -131,9 +98,9 @@ class RecoveryTest(unittest.TestCase):
         self.assertEqual(self.program.settings_file.read_text(), before)
 
         item.row("Launch at Login").choose()
-        self.comes(lambda: LOGIN_FAILED in self.windows().titles(), "it says what failed")
+        self.comes(lambda: LOGIN_FAILED in self.windows.titles(), "it says what failed")
         self.assertFalse(item.row("Launch at Login").checked)
-        self.windows().press("OK", window=LOGIN_FAILED)
+        self.windows.press("OK", window=LOGIN_FAILED)
         autostart = self.program.settings_file.parent.parent / "autostart"
         self.assertEqual([entry for entry in autostart.iterdir()], [])
 
@@ -146,6 +113,4 @@ class RecoveryTest(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    (RecoveryTest.program_path, RecoveryTest.provider,
-     RecoveryTest.throwing) = sys.argv[1:4]
-    unittest.main(argv=sys.argv[:1])
+    RecoveryTest.main()

@@ -2,11 +2,9 @@
 
 import dbus
 import dbus.service
-from dbus.mainloop.glib import DBusGMainLoop
 
 from desktop_session import until
 
-DBusGMainLoop(set_as_default=True)
 WATCHER = "org.kde.StatusNotifierWatcher"
 ITEM = "org.kde.StatusNotifierItem"
 MENU = "com.canonical.dbusmenu"
@@ -89,8 +87,18 @@ class Item:
 
     def __init__(self, bus, watcher):
         sender, registered = watcher.items[0]
+        self.take(bus, sender if registered.startswith("/") else registered)
+
+    @classmethod
+    def named(cls, bus, destination):
+        """That registered with somebody else."""
+        item = cls.__new__(cls)
+        item.take(bus, destination)
+        return item
+
+    def take(self, bus, destination):
         self.bus = bus
-        self.destination = sender if registered.startswith("/") else registered
+        self.destination = destination
         self.item = bus.get_object(self.destination, "/StatusNotifierItem", introspect=False)
 
     def state(self):

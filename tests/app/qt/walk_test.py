@@ -6,20 +6,12 @@ step, whoever took it: the person, a device, the login manager, or the system th
 access. Runs below `umockdev-wrapper`.
 """
 
-import sys
-import unittest
-
-import dbus
-import dbus.service
-
 import accessible
-from desktop_session import Program, until
-from desktop_world import Devices, Screen, SystemBus
-from status_host import WATCHER, Item, Watcher
+from desktop_case import ACTIVE, DISABLED, UNAVAILABLE, DesktopCase
+from desktop_session import until
+from desktop_world import Screen, SystemBus
+from menu_items import CONFLICT, TRIGGERS
 
-ACTIVE = "Velotap (active)"
-UNAVAILABLE = "Velotap (unavailable)"
-DISABLED = "Velotap (disabled)"
 # What the item says, the line at the top of the menu, and the heading in the window.
 STATES = {
     "working": (ACTIVE, "Gestures are working"),
@@ -27,48 +19,19 @@ STATES = {
     "refused": (UNAVAILABLE, "Accessibility permission required"),
     "stuck": (UNAVAILABLE, "Gestures could not start"),
 }
-TRIGGERS = {
-    "Magic Mouse": [
-        ("Click with One Finger in Center", "mouseClick1Center"),
-        ("Click with Two Fingers", "mouseClick2"), ("Click with Three Fingers", "mouseClick3"),
-        ("Tap with Three Fingers", "mouseTap3"), None, ("Pinch to Zoom", "mousePinchZoom"),
-        ("Rotate with Two Fingers", "mouseRotate"),
-        ("3-Finger Swipe: Back/Forward", "mouseSwipe3Nav")],
-    "Trackpad": [
-        ("Click with Three Fingers", "padClick3"), ("Tap with Three Fingers", "padTap3"),
-        ("Tap with Four Fingers", "padTap4")],
-}
-CONFLICT = "Heads-up: possible gesture overlap"
 AFTER_WAKING = 25  # seconds; the program waits ten of them for the devices to come back
 
 
-class WalkTest(unittest.TestCase):
-    program_path = ""
-    provider = ""
-    window_path = ""
+class WalkTest(DesktopCase):
+    arguments = ("program_path", "provider", "window_path")
 
     def setUp(self):
-        accessible.turn_on()
-        self.devices = Devices()
-        self.addCleanup(self.devices.folder.cleanup)
-        self.devices.grant()
-        self.devices.plug()
-        self.devices.plug()
+        self.make_devices(plugged=2)
         self.system = self.enterContext(SystemBus())
         self.enterContext(Screen(self.window_path, "Editor"))
-        bus = dbus.SessionBus(private=True)
-        self.name = dbus.service.BusName(WATCHER, bus)
-        self.addCleanup(self.__dict__.pop, "name")
-        watcher = Watcher(bus)
-        self.program = self.enterContext(Program(
-            self.program_path, self.provider, {"settings.gestureDevice": "mouse"},
-            {**self.devices.environment, **self.system.environment}))
-        self.assertTrue(until(lambda: watcher.items), "the item registers")
-        self.item = Item(bus, watcher)
-        self.windows = accessible.Windows(self.program.process.pid)
-
-    def comes(self, condition, what, **patience):
-        self.assertTrue(until(condition, **patience), what)
+        self.make_host()
+        self.start({"settings.gestureDevice": "mouse"}, **self.system.environment)
+        self.item = self.await_item()
 
     def agree(self, state, patience=10):
         """Item, menu and window come to say this state."""
@@ -87,11 +50,7 @@ class WalkTest(unittest.TestCase):
         self.assertEqual(rows[3].visible, state == "stuck")
         self.assertEqual(rows[3].title, "Check gesture status…")
 
-    def setting(self, key, otherwise=None):
-        return self.program.settings().get(key, otherwise)
-
     def test_walk(self):
-        self.comes(lambda: self.item.label() == ACTIVE, "listeners start with the program")
         self.assertEqual(self.windows.titles(), [], "nothing to explain, so no window")
         self.click_without_a_window()
         self.open_settings()
@@ -245,5 +204,4 @@ class WalkTest(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    WalkTest.program_path, WalkTest.provider, WalkTest.window_path = sys.argv[1:4]
-    unittest.main(argv=sys.argv[:1])
+    WalkTest.main()
