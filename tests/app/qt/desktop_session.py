@@ -64,14 +64,23 @@ class Program:
                            VELOTAP_MULTITOUCH_LIBRARY=provider or self.provider)
         self.close_errors()
         # Signals that Python ignores stay so: a limit on files is then an error, not the end.
-        self.process = subprocess.Popen([*self.starter, self.path, *self.arguments], env=environment, stderr=subprocess.PIPE,
+        self.process = subprocess.Popen([*self.starter, self.path, *self.arguments], env=environment,
+                                        stdout=subprocess.PIPE, stderr=subprocess.PIPE,
                                         restore_signals=False)
-        os.set_blocking(self.process.stderr.fileno(), False)
+        for stream in (self.process.stdout, self.process.stderr):
+            os.set_blocking(stream.fileno(), False)
         self.errors = b""
+        self.output = b""
 
     def close_errors(self):
         if self.process is not None:
+            self.process.stdout.close()
             self.process.stderr.close()
+
+    def printed(self):
+        """The lines that it has printed so far."""
+        self.output += self.process.stdout.read() or b""
+        return self.output.decode().splitlines()
 
     def told(self):
         """What it has said on standard error so far."""
