@@ -1,7 +1,7 @@
-"""What tests of the whole program share: made-up devices, a host of status items, a started program.
+"""What tests of the whole program share: made-up devices, a host of status items, the program.
 
-Everything runs below `xvfb-run`, `dbus-run-session` and `umockdev-wrapper`. The test's arguments are
-those that its class names.
+Everything runs below `xvfb-run`, `dbus-run-session` and `umockdev-wrapper`. The test's arguments
+are those that its class names.
 """
 
 import sys

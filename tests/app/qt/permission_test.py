@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """The permission given from the window that explains it: permission_test.py PROGRAM PROVIDER
 
-A stand-in for the system's prompt notes how it was started and waits for the person's answer. Agreed
-to, it does as the real one: it runs the helper with an environment of its own, here below a folder
+A stand-in for the system's prompt notes how it was started and waits for the person's answer.
+Agreed to, it does as the real one: it runs the helper with an environment of its own, here below a folder
 instead of the root. Runs below `umockdev-wrapper`.
 """
 
