@@ -155,8 +155,9 @@ def settle():
     seen = []
 
     def still():
-        told = subprocess.run(["xwd", "-root", "-silent"], capture_output=True, check=True).stdout
-        seen.append(told)
-        return len(seen) > 3 and len(set(seen[-3:])) == 1
+        # Nothing is told while a window that is asked about goes away.
+        told = subprocess.run(["xwd", "-root", "-silent"], capture_output=True, check=False)
+        seen.append(told.stdout if told.returncode == 0 else None)
+        return len(seen) > 3 and seen[-1] is not None and seen[-3:] == [seen[-1]] * 3
 
     until(still)
