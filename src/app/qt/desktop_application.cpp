@@ -1,5 +1,7 @@
 #include "app/qt/desktop_application.hpp"
 
+#include <malloc.h>
+
 #include <QApplication>
 #include <QClipboard>
 #include <QDBusConnection>
@@ -86,12 +88,20 @@ DesktopApplication::DesktopApplication(ViewContext& context, Desktop desktop)
       statusItem_(application_.trayMenu(), [this] { tellThatTrayIsMissing(); }),
       onboardingWindow_(application_.onboarding(), context, [this] { settings_.showPractice(); }),
       panes_(application_, panesDesktop(), [this](PreferencesTab tab) { showPane(tab); }),
-      settings_(context, panes_.effects(desktop_.frameFile)) {
+      settings_(context, settingsEffects()) {
   application_.trayMenu().setView(statusItem_.view());
   application_.onboarding().setView(onboardingWindow_.view());
   QObject::connect(&appearance_, &DesktopAppearance::changed, &appearance_,
                    [this] { followAppearance(); });
   followAppearance();
+}
+
+SettingsWindow::Effects DesktopApplication::settingsEffects() {
+  SettingsWindow::Effects effects = panes_.effects(desktop_.frameFile);
+  // What a window took the C library would keep for the next.
+  effects.closed = [] { malloc_trim(0); };
+  effects.quit = [] { QCoreApplication::quit(); };
+  return effects;
 }
 
 Application::Surroundings DesktopApplication::surroundings() {

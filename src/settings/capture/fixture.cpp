@@ -92,6 +92,7 @@ GeneralEffects Fixture::generalEffects(PanesObject& panes) {
           .showPane = [&panes](PreferencesTab tab) { show(panes, tab); },
           .chooseDevice = [this](GestureDevice device) { selection_.setDevice(device); },
           .setEnabled = [this](bool on) { generalFacts.enabled = on; },
+          .synchronizeEnabled = [] {},
           .setUpAccessibility = [this] { generalFacts.accessibilityGranted = true; },
           .startListeners = [this] { generalFacts.listenersRunning = true; },
           .toggleLaunchAtLogin =

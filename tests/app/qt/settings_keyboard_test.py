@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """The settings window with the keyboard alone: settings_keyboard_test.py PROGRAM PROVIDER"""
 
+import subprocess
 import sys
 import unittest
 
@@ -88,6 +89,44 @@ class SettingsKeyboardTest(KeyboardCase):
         self.await_focus("Undo")
         self.keys("space")
         self.assertTrue(until(lambda: self.program.settings().get("mouseTap3") is True))
+
+    def test_the_keys_of_every_window(self):
+        self.keys("ctrl+4")
+        self.assertTrue(until(lambda: self.has(TABS, "Apps", pyatspi.STATE_SELECTED)))
+        self.keys("ctrl+comma")
+        self.assertTrue(until(lambda: self.has(TABS, "General", pyatspi.STATE_SELECTED)))
+        self.keys("ctrl+m")
+        self.assertTrue(until(lambda: not self.is_active()), "it went down")
+        self.assertEqual(self.program.again(), 0)
+        self.assertTrue(until(self.is_active), "and comes back, the same")
+        self.keys("ctrl+q")
+        self.assertTrue(until(self.program.ended))
+
+    def test_it_comes_back_where_it_was(self):
+        def frame():
+            found = subprocess.run(["xdotool", "getactivewindow", "getwindowgeometry", "--shell"],
+                                   check=True, capture_output=True, text=True).stdout.split()
+            return found[1:5]  # X, Y, WIDTH, HEIGHT
+
+        before = frame()
+        self.assertEqual(before[2:], ["WIDTH=560", "HEIGHT=600"])
+        subprocess.run(["xdotool", "getactivewindow", "windowsize", "--sync", "700", "520",
+                        "windowmove", "--sync", "30", "60"], check=True)
+        self.assertTrue(until(lambda: frame()[2:] == ["WIDTH=700", "HEIGHT=520"]))
+        moved = frame()
+        self.keys("ctrl+w")
+        self.assertTrue(until(lambda: self.find(TABS, "General") is None))
+        self.assertEqual(self.program.again(), 0)
+        self.assertTrue(until(self.is_active))
+        self.assertTrue(until(lambda: frame() == moved), f"{frame()}, not {moved}, after closing")
+        self.keys("ctrl+q")
+        self.assertTrue(until(self.program.ended))
+        self.program.start()
+        self.assertTrue(until(self.is_listening))
+        self.assertEqual(self.program.again(), 0)
+        self.assertTrue(until(self.find_application))
+        self.assertTrue(until(self.is_active))
+        self.assertTrue(until(lambda: frame() == moved), f"{frame()}, not {moved}, after a restart")
 
     def test_closing_forgets_what_was_looked_for(self):
         self.keys("ctrl+2")

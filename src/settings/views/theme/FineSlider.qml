@@ -110,6 +110,7 @@ Item {
             }
             onPressedChanged: if (!pressed) value = Qt.binding(() => root.value)
             Accessible.name: root.title
+            Accessible.ignored: !visible
             Accessible.description: root.valueText
             // The names under which Qt 6.4 looks for the limits.
             readonly property real minimumValue: from
