@@ -120,7 +120,7 @@ void SettingsPanes::synchronizeEnabled() {
 // Where the permission is a matter of a rule, the program itself puts it up.
 void SettingsPanes::openAccessibilitySettings() {
   if (desktop_.facts().accessByRule) return application_.onboarding().show();
-  openUrl(std::string(kAccessibilitySettingsUrl));
+  openUrl(std::string(kAccessibilitySettingsUrl), {});
 }
 
 void SettingsPanes::toggleLaunchAtLogin() {
