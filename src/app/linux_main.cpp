@@ -19,7 +19,7 @@
 #include "adapters/linux/services/single_instance.hpp"
 #include "app/application.hpp"
 #include "app/command_line.hpp"
-#include "app/diagnostics.hpp"
+#include "app/linux_diagnostics.hpp"
 #include "app/program_choice.hpp"
 #include "config/app_identity.hpp"
 #include "control/controller.hpp"
@@ -28,18 +28,6 @@
 
 namespace velotap {
 namespace {
-
-int diagnose(DiagnosticsMode mode) {
-  const PosixClock clock;
-  DlLibraryLoader libraries;
-  MT multitouch(libraries);
-  return runDiagnostics(mode, {.multitouch = multitouch,
-                               .uptime = [&clock] { return clock.uptime(); },
-                               .runMainLoop =
-                                   [] {
-                                     while (true) ::pause();  // until Ctrl-C ends the process
-                                   }});
-}
 
 void tell(const std::string& message) {
   std::cerr << "velotap: " << message << std::endl;
@@ -53,12 +41,6 @@ void runDesktopProgram(char** argv) {
   const std::string program = desktopProgramBeside(own.string());
   ::execv(program.c_str(), argv);
   tell(program + ": " + std::strerror(errno));
-}
-
-void tellUnknown(const CommandLine& line) {
-  for (const std::string_view argument : line.unknown) {
-    tell("unknown option " + std::string(argument) + " ignored (see --help)");
-  }
 }
 
 void tellWhatIsMissing() {
@@ -141,18 +123,14 @@ int runInBackground() {
 
 int main(int argc, char** argv) {
   using namespace velotap;
-  if (const auto mode = diagnosticsMode(argc, argv)) return diagnose(*mode);
   const CommandLine line = parseCommandLine(argc, argv);
-  if (line.help || line.version) {
-    std::cout << (line.help ? helpText() : versionText());
-    return 0;
-  }
-  if (!line.capture) tellUnknown(line);
+  if (const auto status = answerInTerminal(argc, argv, line)) return *status;
   const std::vector<std::string_view> arguments(argv + 1, argv + argc);
   const auto environment = [](const char* name) -> const char* { return std::getenv(name); };
   if (programChoice(arguments, environment) == ProgramChoice::desktop) {
     runDesktopProgram(argv);
     if (line.capture) return 1;
   }
+  tellUnknown(line);  // what becomes the other program is told by that one
   return runInBackground();
 }

@@ -166,7 +166,9 @@ ApplicationEffects DesktopApplication::effects() {
               if (window->isVisible()) window->requestActivate();
             }
           },
-      .terminate = [] { QCoreApplication::quit(); },
+      // The launch may want it before there is a loop to leave.
+      .terminate =
+          [] { QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection); },
       .openSettings =
           [this](SettingsPane pane) {
             showPane(pane == SettingsPane::about ? PreferencesTab::about : PreferencesTab::general);

@@ -3,7 +3,7 @@
 // People start `velotap`, which starts this one where there is a display.
 
 #include <csignal>
-#include <iostream>
+#include <cstdlib>
 
 #include "adapters/linux/applications/linux_applications.hpp"
 #include "adapters/linux/desktop/linux_desktop.hpp"
@@ -19,19 +19,18 @@
 #include <QApplication>
 #include <QDir>
 #include <QIcon>
-#include <QLocale>
 
 #include "adapters/qt/desktop/qt_alerts.hpp"
 #include "adapters/qt/desktop/qt_regional_settings.hpp"
 #include "adapters/qt/desktop/unseen_announcer.hpp"
 #include "adapters/qt/desktop/window_pointer.hpp"
 #include "adapters/qt/runtime/qt_main_loop.hpp"
-#include "app/command_line.hpp"
+#include "app/linux_diagnostics.hpp"
 #include "app/qt/desktop_application.hpp"
 #include "app/qt/linux_desktop_facts.hpp"
 #include "config/app_identity.hpp"
 #include "platform/shell_platform.hpp"
-#include "settings/capture/qt_capture_studio.hpp"
+#include "settings/capture/qt_pictures.hpp"
 
 namespace velotap {
 namespace {
@@ -44,23 +43,6 @@ std::string environmentOr(const char* name, const char* otherwise) {
 // Qt 6.4 has no name for the folder of state.
 std::string stateFolder() {
   return environmentOr("XDG_STATE_HOME", (QDir::homePath() + "/.local/state").toUtf8().constData());
-}
-
-// Pictures need neither a display nor a home; only the type that the program carries is used.
-std::optional<int> takePictures(int argc, char** argv) {
-  const std::vector<std::string_view> arguments(argv, argv + argc);
-  std::unique_ptr<QGuiApplication> application;
-  std::unique_ptr<QtCaptureStudio> studio;
-  return captureSettingsIfRequested(
-      arguments,
-      [&]() -> CaptureStudio& {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        application = std::make_unique<QGuiApplication>(argc, argv);
-        studio = std::make_unique<QtCaptureStudio>(QLocale::system().name().toStdString(),
-                                                   VELOTAP_VERSION, VELOTAP_BUILD);
-        return *studio;
-      },
-      [](std::string_view line) { std::cerr << line << std::flush; });
 }
 
 int run(QApplication& application, const Descriptor& interrupts) {
@@ -123,13 +105,13 @@ int run(QApplication& application, const Descriptor& interrupts) {
 
 int main(int argc, char** argv) {
   using namespace velotap;
-  if (const auto status = takePictures(argc, argv)) return *status;
   // Whoever starts this one directly is answered as by `velotap`, without a display.
   const CommandLine line = parseCommandLine(argc, argv);
-  if (line.help || line.version) {
-    std::cout << (line.help ? helpText() : versionText());
-    return 0;
+  if (const auto status = answerInTerminal(argc, argv, line)) return *status;
+  if (const auto status = takePicturesIfRequested(argc, argv, VELOTAP_VERSION, VELOTAP_BUILD)) {
+    return *status;
   }
+  tellUnknown(line);
   std::signal(SIGPIPE, SIG_IGN);
   const Descriptor interrupts = takeInterrupts();
   QApplication application(argc, argv);

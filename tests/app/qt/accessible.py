@@ -37,6 +37,15 @@ def walk(node):
             yield from walk(child)
 
 
+def title_of(window):
+    """Nothing where it is no window that shows, or is gone before it was asked."""
+    with contextlib.suppress(Exception):
+        if (window.getRoleName() != "notification"
+                and window.getState().contains(pyatspi.STATE_SHOWING)):
+            return window.name
+    return None
+
+
 class Windows:
     """Of the program with this process number."""
 
@@ -55,9 +64,7 @@ class Windows:
         application = self.application()
         if application is None:
             return []
-        return [window.name for window in application
-                if window is not None and window.getRoleName() != "notification"
-                and window.getState().contains(pyatspi.STATE_SHOWING)]
+        return [name for name in map(title_of, application) if name is not None]
 
     def find(self, name, roles=None, window=None):
         # The tree may change while it is walked.

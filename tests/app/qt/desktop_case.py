@@ -48,9 +48,11 @@ class DesktopCase(unittest.TestCase):
         self.watcher = Watcher(self.bus)
         self.addCleanup(self.watcher.remove_from_connection)
 
-    def start(self, settings, **more):
+    def start(self, settings, path=None, arguments=(), **more):
+        """`more` is of its environment."""
         self.program = self.enterContext(Program(
-            self.program_path, self.provider, settings, {**self.devices.environment, **more}))
+            path or self.program_path, self.provider, settings,
+            {**self.devices.environment, **more}, arguments))
 
     def comes(self, condition, what, **patience):
         if not until(condition, **patience):

@@ -35,8 +35,9 @@ def until(condition, patience=PATIENCE):
 class Program:
     """`settings` is what its settings file holds before it starts, `more` is of its environment."""
 
-    def __init__(self, path, provider, settings, more=None):
+    def __init__(self, path, provider, settings, more=None, arguments=()):
         self.path = path
+        self.arguments = list(arguments)
         self.provider = provider
         self.home = tempfile.TemporaryDirectory(prefix="velotap-desktop-")
         folder = pathlib.Path(self.home.name, "config", "velotap")
@@ -61,7 +62,7 @@ class Program:
                            VELOTAP_MULTITOUCH_LIBRARY=provider or self.provider)
         self.close_errors()
         # Signals that Python ignores stay so: a limit on files is then an error, not the end.
-        self.process = subprocess.Popen([self.path], env=environment, stderr=subprocess.PIPE,
+        self.process = subprocess.Popen([self.path, *self.arguments], env=environment, stderr=subprocess.PIPE,
                                         restore_signals=False)
         os.set_blocking(self.process.stderr.fileno(), False)
         self.errors = b""

@@ -1,13 +1,9 @@
 // Chosen by the build where there is Qt.
 #include <QGuiApplication>
-#include <QLocale>
-#include <iostream>
-#include <string_view>
 #include <utility>
-#include <vector>
 
 #include "app/macos/qt/qt_windows.hpp"
-#include "settings/capture/qt_capture_studio.hpp"
+#include "settings/capture/qt_pictures.hpp"
 
 namespace velotap {
 namespace {
@@ -41,21 +37,8 @@ std::unique_ptr<Windows> makeWindows(int& argc, char** argv, WindowSurroundings 
   return std::make_unique<GuestWindows>(std::move(application), std::move(surroundings));
 }
 
-// Pictures need neither a display nor a home; only the type that the program carries is used.
 std::optional<int> capturePicturesIfRequested(int argc, char** argv) {
-  const std::vector<std::string_view> arguments(argv, argv + argc);
-  std::unique_ptr<QGuiApplication> application;
-  std::unique_ptr<QtCaptureStudio> studio;
-  return captureSettingsIfRequested(
-      arguments,
-      [&]() -> CaptureStudio& {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        application = std::make_unique<QGuiApplication>(argc, argv);
-        studio = std::make_unique<QtCaptureStudio>(QLocale::system().name().toStdString(),
-                                                   VELOTAP_VERSION, VELOTAP_BUILD);
-        return *studio;
-      },
-      [](std::string_view line) { std::cerr << line << std::flush; });
+  return takePicturesIfRequested(argc, argv, VELOTAP_VERSION, VELOTAP_BUILD);
 }
 
 }  // namespace velotap
