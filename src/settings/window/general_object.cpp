@@ -53,7 +53,6 @@ QVariantMap startupState(const GeneralView& view, const Confirmation& question) 
                  {"launch", fields({{"title", view.launchTitle},
                                     {"caption", view.approvalCaption},
                                     {"on", view.launchesAtLogin},
-                                    {"possible", view.canLaunchAtLogin},
                                     {"action", view.openLoginItems}})},
                  {"leftClick", fields({{"title", view.leftClickTitle},
                                        {"caption", view.leftClickCaption},

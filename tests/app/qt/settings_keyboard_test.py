@@ -143,6 +143,43 @@ class SettingsKeyboardTest(KeyboardCase):
         self.get(BUTTONS, "Filter")
 
 
+class LoginItemTest(KeyboardCase):
+    """Where the folder of what starts at login should be there is something else."""
+
+    def go_to(self, name):
+        for _ in range(60):
+            if (self.focused() or ("", ""))[1] == name:
+                return
+            before = self.focused()
+            self.keys("Tab")
+            until(lambda before=before: self.focused() not in (None, before), 2)
+        self.fail(f"Tab does not get to {name}")
+
+    def shows(self, text):
+        return any(node.name == text for node in self.nodes())
+
+    def test_what_failed_is_told_and_the_switch_shows_what_is_so(self):
+        folder = self.program.settings_file.parents[1] / "autostart"
+        folder.write_text("in the way", encoding="utf-8")
+        self.go_to("Launch at Login")
+        self.keys("space")
+        self.assertTrue(until(lambda: self.shows("Could not update Launch at Login")))
+        self.keys("Return")
+        self.assertTrue(until(lambda: not self.shows("Could not update Launch at Login")))
+        self.assertFalse(self.checked(TOGGLES, "Launch at Login"), "it did not work")
+        # Once nothing is in the way it works, and one switch suffices.
+        folder.unlink()
+        self.assertTrue(until(self.is_active))
+        self.go_to("Launch at Login")
+        self.keys("space")
+        self.assertTrue(until(lambda: self.checked(TOGGLES, "Launch at Login")))
+        self.assertEqual(len(list(folder.glob("*.desktop"))), 1)
+        # Somebody else takes it away: seen within the second.
+        for entry in folder.glob("*.desktop"):
+            entry.unlink()
+        self.assertTrue(until(lambda: not self.checked(TOGGLES, "Launch at Login"), 3))
+
+
 if __name__ == "__main__":
-    SettingsKeyboardTest.program_path, SettingsKeyboardTest.provider = sys.argv[1:3]
+    KeyboardCase.program_path, KeyboardCase.provider = sys.argv[1:3]
     unittest.main(argv=sys.argv[:1])

@@ -162,6 +162,11 @@ TEST_F(GeneralObjectTest, ALoginItemThatStaysOffReadsOff) {
   pane.openLoginItems();
   EXPECT_EQ(calls, (Calls{"toggle login item", "toggle login item", "open login items"}));
   calls.clear();
+  facts.loginItemStatus = LoginItemStatus::notFound;
+  pane.refresh();
+  pane.setLaunchAtLogin(true);
+  EXPECT_EQ(calls, (Calls{"toggle login item"})) << "an item that is broken can be mended";
+  calls.clear();
   facts.loginItemStatus = LoginItemStatus::enabled;
   pane.refresh();
   EXPECT_TRUE(launch()[QStringLiteral("on")].toBool());

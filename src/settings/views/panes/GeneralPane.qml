@@ -152,7 +152,6 @@ PaneScroll {
                 caption: root.s.startup.launch.caption
                 symbol: "power"
                 on: root.s.startup.launch.on
-                enabled: root.s.startup.launch.possible
                 onSwitched: wish => root.pane.setLaunchAtLogin(wish)
                 PushButton {
                     text: root.s.startup.launch.action
