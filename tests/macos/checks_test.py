@@ -82,6 +82,64 @@ class Plist(unittest.TestCase):
         self.assertIn("Info.plist: not filled in: ['SUFeedURL']", told)
 
 
+class Windows(unittest.TestCase):
+    listed = {QUARTZ: ["_CGEventPost"], SYSTEM: ["_open"], stubs.CPP_LIBRARY: []}
+    more = {SYSTEM: ["_pow"]}
+    right = {"CoreGraphics": {"_CGEventPost"}, "libSystem": {"_open", "_pow"}, "libc++": {"__Znwm"},
+             **{f"Qt{module}": {"_x"} for module in ("Core", "Gui", "Qml", "Quick")}}
+
+    def told(self, changed):
+        return complaints(check_bundle.check_imports_with_windows({**self.right, **changed},
+                                                                  self.listed, self.more))
+
+    def test_a_program_with_windows_needs_what_they_need_and_no_more_than_is_listed(self):
+        self.assertEqual(self.told({}), [])
+        self.assertEqual(self.told({"CoreGraphics": set()}), [])
+        for changed, words in (({"libSystem": {"_open"}}, "no longer imported: _pow"),
+                               ({"libSystem": {"_pow", "_fork"}}, "not on the list: _fork"),
+                               ({"Metal": {"_x"}}, "Metal: not on the list: _x"),
+                               ({"QtGui": set()}, "nothing is imported from QtGui")):
+            told = self.told(changed)
+            self.assertEqual(len(told), 1, told)
+            self.assertIn(words, told[0])
+
+    def test_libraries_are_loaded_under_their_names_and_from_the_bundle(self):
+        listed = {QUARTZ: [], SYSTEM: []}
+        found = {QUARTZ, SYSTEM, check_bundle.FRAMEWORKS, "/usr/lib/dyld"}
+        self.assertEqual(complaints(check_bundle.check_loaded(found, listed, set())), [])
+        self.assertEqual(len(complaints(check_bundle.check_loaded(found - {SYSTEM}, listed,
+                                                                  set()))), 1)
+        self.assertEqual(len(complaints(check_bundle.check_loaded(
+            (found | {"/usr/lib/x86_64-linux-gnu/libQt6Core.so.6"}), listed, set()))), 1)
+        self.assertEqual(len(complaints(check_bundle.check_loaded(found, listed,
+                                                                  check_bundle.QT))), 1)
+
+    def test_lines_that_name_what_is_loaded_are_read(self):
+        for line in ("         name @rpath/QtGui.framework/Versions/A/QtGui (offset 24)",
+                     "         path @executable_path/../Frameworks (offset 12)"):
+            self.assertIn(check_bundle.LOADED.match(line).group(1), line)
+
+    def test_a_tag_of_the_other_library_is_no_part_of_a_name(self):
+        self.assertIn("__ZNK10QByteArray11toStdStringEv",
+                      dict(stubs.qt_libraries())["@rpath/QtCore.framework/Versions/A/QtCore"])
+
+
+class Notices(unittest.TestCase):
+    def text(self):
+        licences = (PACKAGING / "licences").glob("*.txt")
+        return (PACKAGING / "ThirdPartyNotices.txt").read_text(encoding="utf-8") + "".join(
+            f"\n\n=== {licence.stem} ===\n\n{licence.read_text(encoding='utf-8')}"
+            for licence in licences)
+
+    def test_every_licence_that_is_named_follows(self):
+        self.assertEqual(complaints(check_bundle.check_notices(self.text())), [])
+
+    def test_one_that_is_missing_or_not_named_is_told(self):
+        self.assertTrue(complaints(check_bundle.check_notices(
+            self.text().replace("=== OFL-1.1 ===", ""))))
+        self.assertTrue(complaints(check_bundle.check_notices(self.text().replace("(OFL-1.1)", ""))))
+
+
 class Icon(unittest.TestCase):
     def test_every_size_is_there_and_the_lengths_add_up(self):
         with tempfile.TemporaryDirectory() as folder:
