@@ -48,11 +48,11 @@ class DesktopCase(unittest.TestCase):
         self.watcher = Watcher(self.bus)
         self.addCleanup(self.watcher.remove_from_connection)
 
-    def start(self, settings, path=None, arguments=(), **more):
+    def start(self, settings, path=None, arguments=(), folder=None, **more):
         """`more` is of its environment."""
         self.program = self.enterContext(Program(
             path or self.program_path, self.provider, settings,
-            {**self.devices.environment, **more}, arguments))
+            {**self.devices.environment, **more}, arguments, folder))
 
     def comes(self, condition, what, **patience):
         if not until(condition, **patience):

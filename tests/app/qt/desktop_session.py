@@ -33,13 +33,14 @@ def until(condition, patience=PATIENCE):
 
 
 class Program:
-    """`settings` is what its settings file holds before it starts, `more` is of its environment."""
+    """`settings` is what its settings file holds before it starts, `more` is of its environment,
+    its home is made in `folder`."""
 
-    def __init__(self, path, provider, settings, more=None, arguments=()):
+    def __init__(self, path, provider, settings, more=None, arguments=(), folder=None):
         self.path = path
         self.arguments = list(arguments)
         self.provider = provider
-        self.home = tempfile.TemporaryDirectory(prefix="velotap-desktop-")
+        self.home = tempfile.TemporaryDirectory(prefix="velotap-desktop-", dir=folder)
         folder = pathlib.Path(self.home.name, "config", "velotap")
         folder.mkdir(parents=True)
         self.settings_file = folder / "app.norwend.velotap.json"
@@ -53,6 +54,7 @@ class Program:
             QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", QT_QPA_PLATFORM="xcb",
             VELOTAP_MULTITOUCH_LIBRARY=provider)
         self.environment.update(more or {})
+        self.starter = []  # what it is started by, if not by itself
         self.process = None
         self.start()
 
@@ -62,14 +64,23 @@ class Program:
                            VELOTAP_MULTITOUCH_LIBRARY=provider or self.provider)
         self.close_errors()
         # Signals that Python ignores stay so: a limit on files is then an error, not the end.
-        self.process = subprocess.Popen([self.path, *self.arguments], env=environment, stderr=subprocess.PIPE,
+        self.process = subprocess.Popen([*self.starter, self.path, *self.arguments], env=environment,
+                                        stdout=subprocess.PIPE, stderr=subprocess.PIPE,
                                         restore_signals=False)
-        os.set_blocking(self.process.stderr.fileno(), False)
+        for stream in (self.process.stdout, self.process.stderr):
+            os.set_blocking(stream.fileno(), False)
         self.errors = b""
+        self.output = b""
 
     def close_errors(self):
         if self.process is not None:
+            self.process.stdout.close()
             self.process.stderr.close()
+
+    def printed(self):
+        """The lines that it has printed so far."""
+        self.output += self.process.stdout.read() or b""
+        return self.output.decode().splitlines()
 
     def told(self):
         """What it has said on standard error so far."""

@@ -1,17 +1,15 @@
 #!/usr/bin/env python3
-"""The program with windows after a bad end, and on a full disk.
+"""The program with windows after a bad end.
 
 recovery_test.py PROGRAM PROVIDER THROWING-PROVIDER. Runs below `umockdev-wrapper`.
 """
 
 import pathlib
-import resource
 import signal
 
 from desktop_case import DesktopCase
 
 OFFER = "Velotap crashed last time"
-LOGIN_FAILED = "Could not update Launch at Login"
 FATAL = (signal.SIGABRT, signal.SIGSEGV, signal.SIGBUS, signal.SIGILL, signal.SIGFPE,
          signal.SIGTRAP)
 
@@ -82,34 +80,6 @@ class RecoveryTest(DesktopCase):
         self.assertGreater(len(lines), 3, "where it came from")
         self.answer("Delete")
         self.assertEqual(self.reports(), [])
-
-    def limit_files(self, size):
-        _, most = resource.prlimit(self.program.process.pid, resource.RLIMIT_FSIZE)
-        resource.prlimit(self.program.process.pid, resource.RLIMIT_FSIZE,
-                         (most if size is None else size, most))
-
-    def test_a_full_disk_loses_nothing_and_is_told_of(self):
-        item = self.await_item()
-        before = self.program.settings_file.read_text()
-        self.limit_files(0)
-        item.activate()
-        self.comes(lambda: item.label() == "Velotap (disabled)", "the switch is in force")
-        self.comes(lambda: str(self.program.settings_file) in self.program.told(), "it is told of")
-        self.assertEqual(self.program.settings_file.read_text(), before)
-
-        item.row("Launch at Login").choose()
-        self.comes(lambda: LOGIN_FAILED in self.windows.titles(), "it says what failed")
-        self.assertFalse(item.row("Launch at Login").checked)
-        self.windows.press("OK", window=LOGIN_FAILED)
-        autostart = self.program.settings_file.parent.parent / "autostart"
-        self.assertEqual([entry for entry in autostart.iterdir()], [])
-
-        self.limit_files(None)
-        item.row("Launch at Login").choose()
-        self.comes(lambda: item.row("Launch at Login").checked, "there is room again")
-        item.activate()
-        self.comes(lambda: self.program.settings()["enabled"] is True, "for the settings too")
-        self.assertEqual(self.program.settings()["maxTapDurationMs"], 321)
 
 
 if __name__ == "__main__":

@@ -6,6 +6,10 @@ step, whoever took it: the person, a device, the login manager, or the system th
 access. Runs below `umockdev-wrapper`.
 """
 
+import itertools
+import subprocess
+import time
+
 import accessible
 from desktop_case import ACTIVE, DISABLED, UNAVAILABLE, DesktopCase
 from desktop_session import until
@@ -19,6 +23,13 @@ STATES = {
     "refused": (UNAVAILABLE, "Accessibility permission required"),
     "stuck": (UNAVAILABLE, "Gestures could not start"),
 }
+ATTACHED = "multitouch device attached — restart in 2s"
+DETACHED = "multitouch device detached — pausing and restarting in 2s"
+DISPLAY = "display reconfigured — restart in 2s"
+SLEEP = "system will sleep — pausing listeners"
+WAKE = "system woke — restart in 10s"
+RESTARTING = "restarting listeners"
+NOTES = (ATTACHED, DETACHED, DISPLAY, SLEEP, WAKE, RESTARTING)
 AFTER_WAKING = 25  # seconds; the program waits ten of them for the devices to come back
 
 
@@ -30,7 +41,8 @@ class WalkTest(DesktopCase):
         self.system = self.enterContext(SystemBus())
         self.enterContext(Screen(self.window_path, "Editor"))
         self.make_host()
-        self.start({"settings.gestureDevice": "mouse"}, **self.system.environment)
+        self.start({"settings.gestureDevice": "mouse"}, VELOTAP_DEBUG="1",
+                   **self.system.environment)
         self.item = self.await_item()
 
     def agree(self, state, patience=10):
@@ -60,6 +72,7 @@ class WalkTest(DesktopCase):
         self.ignore_the_front_application()
         self.lose_and_regain_the_permission()
         self.unplug_and_plug()
+        self.change_the_screen()
         self.sleep_and_wake()
         self.item.row("Quit Velotap").choose()
         self.comes(self.program.ended, "it ends")
@@ -178,29 +191,70 @@ class WalkTest(DesktopCase):
         self.windows.press("Continue to Settings", window="Set Up Velotap")
         self.comes(lambda: self.windows.titles() == ["General"], "its work is done")
 
+    def noted(self, since=0):
+        """What the program has noted of the system and of its listeners; each once, however many
+        notices of the kernel or the X server it was.
+        """
+        lines = [line.removeprefix("[Velotap] ") for line in self.program.printed()]
+        return [note for note, _ in itertools.groupby(line for line in lines
+                                                      if line in NOTES)][since:]
+
+    def notes(self, since, *expected, **patience):
+        self.comes(lambda: self.noted(since) == list(expected),
+                   f"{expected} is noted, not {self.noted(since)}", **patience)
+
     def unplug_and_plug(self):
+        since = len(self.noted())
         self.devices.unplug()
         self.agree("stuck")  # at once; what is left starts again by itself
         self.agree("working")
+        self.notes(since, DETACHED, RESTARTING)
         self.comes(lambda: self.device_is("Magic Mouse", "Not connected"), "one is gone")
         self.devices.unplug()
         self.agree("stuck")
         self.comes(lambda: self.device_is("Trackpad", "Not connected"), "both are")
+        self.notes(since, DETACHED, RESTARTING, DETACHED, RESTARTING)
+        self.agree("stuck")  # there is nothing to start
         self.devices.plug()
         self.agree("working")
+        since = len(self.noted())
         self.devices.plug()
         self.comes(lambda: self.device_is("Magic Mouse", "Connected"), "both are back")
+        self.notes(since, ATTACHED, RESTARTING)
         self.agree("working")
+
+    def change_the_screen(self):
+        """The only display goes, and comes back."""
+        since = len(self.noted())
+        for change in ("--off", "--auto"):
+            began = time.monotonic()
+            subprocess.run(["xrandr", "--fb", "1280x900", "--output", "screen", change], check=True)
+            self.agree("stuck")
+            self.agree("working")
+            self.assertGreaterEqual(time.monotonic() - began, 2)
+        self.notes(since, DISPLAY, RESTARTING, DISPLAY, RESTARTING)
 
     def device_is(self, device, state):
         card = self.windows.find(device, ("push button",))
         return card is not None and card.description.startswith(state)
 
     def sleep_and_wake(self):
+        since = len(self.noted())
+        self.devices.unplug()  # would restart in two seconds, if the system did not sleep first
+        self.notes(since, DETACHED)
         self.system.manager.PrepareForSleep(True)
+        self.notes(since, DETACHED, SLEEP)
         self.agree("stuck")
+        began = time.monotonic()
         self.system.manager.PrepareForSleep(False)
+        self.notes(since, DETACHED, SLEEP, WAKE)
+        self.agree("stuck")
+        # Wireless devices come back long after; what comes meanwhile does not bring it forward.
+        self.devices.plug()
+        self.notes(since, DETACHED, SLEEP, WAKE, ATTACHED)
         self.agree("working", patience=AFTER_WAKING)
+        self.assertGreaterEqual(time.monotonic() - began, 10)
+        self.notes(since, DETACHED, SLEEP, WAKE, ATTACHED, RESTARTING)
 
 
 if __name__ == "__main__":
