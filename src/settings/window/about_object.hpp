@@ -4,6 +4,8 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "settings/about_pane.hpp"
 #include "settings/support_snapshot.hpp"
@@ -43,9 +45,9 @@ class AboutObject : public PaneObject {
 
  private:
   AboutEffects effects_;
-  std::string feedback_;
-  std::string snapshotFeedback_;
-  std::string notices_;  // read when they are shown
+  std::vector<SupportContact::Feedback> feedback_;
+  std::string_view snapshotFeedback_;  // a key, so that it follows the language
+  std::string notices_;                // read when they are shown
 };
 
 }  // namespace velotap
