@@ -11,13 +11,13 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QPalette>
-#include <QSaveFile>
 #include <QStyle>
 #include <QSysInfo>
 #include <QUrl>
 #include <QVariantMap>
 #include <utility>
 
+#include "adapters/qt/desktop/text_file.hpp"
 #include "platform/shell_platform.hpp"
 #include "settings/window/values.hpp"
 
@@ -51,9 +51,7 @@ std::vector<std::string> chooseApplications(const std::string& message) {
 bool saveText(std::string_view name, const std::string& text) {
   const QString path = QFileDialog::getSaveFileName(nullptr, {}, qt(name));
   if (path.isEmpty()) return true;
-  QSaveFile file(path);
-  const QByteArray bytes = QByteArray::fromStdString(text);
-  return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+  return writeTextFile(path, text);
 }
 
 std::string notices() {
@@ -192,7 +190,8 @@ SettingsPanes::Desktop DesktopApplication::panesDesktop() {
                 const bool hidden = desktop_.facts().frontTeller == FrontTeller::nobody;
                 return AppsPane::Options{.compatibility = compatibilityAppsOfLinux(),
                                          .suggestsInstalledOnly = true,
-                                         .hidesFrontApplication = hidden};
+                                         .hidesFrontApplication = hidden,
+                                         .listsInstalled = true};
               },
           .facts = [this] { return desktopFacts(); },
           .answersTouchpads = true,

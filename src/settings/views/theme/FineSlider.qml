@@ -14,7 +14,9 @@ Item {
     property string highText
     property string lessText
     property string moreText
+    property string fineText     // what the buttons beside the value are for
     property string resetText
+    property string resetName    // the same with what is reset
     property real from
     property real to
     property real step
@@ -49,10 +51,13 @@ Item {
             }
             Row {
                 id: fine
+                Accessible.role: Accessible.Grouping
+                Accessible.name: root.fineText
                 anchors { right: parent.right; verticalCenter: parent.verticalCenter }
                 IconButton {
                     symbol: "arrow.counterclockwise"
                     text: root.resetText
+                    name: root.resetName
                     visible: root.resettable
                     onClicked: root.restored()
                 }

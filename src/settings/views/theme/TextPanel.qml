@@ -24,7 +24,8 @@ Rectangle {
     }
 
     width: parent ? parent.width : 0
-    height: Math.min(tall ? 300 : 220, area.implicitHeight + Theme.snug)
+    // Not the text's: that is laid out some frames after it came, and a sheet does not jump.
+    height: Math.round((tall ? 300 : 220) * Theme.scale)
     radius: Theme.corner
     color: Theme.sunken
     border.color: area.activeFocus ? Theme.accent : Theme.line
