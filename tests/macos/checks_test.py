@@ -2,6 +2,7 @@
 """Tests of the checks themselves: what they accept and what they complain about."""
 
 import pathlib
+import re
 import struct
 import subprocess
 import sys
@@ -12,7 +13,8 @@ import check_bundle
 import stubs
 
 HERE = pathlib.Path(__file__).resolve().parent
-PACKAGING = HERE.parent.parent / "packaging" / "macos"
+ROOT = HERE.parent.parent
+PACKAGING = ROOT / "packaging" / "macos"
 QUARTZ = "/System/Library/Frameworks/CoreGraphics.framework/Versions/A/CoreGraphics"
 SYSTEM = "/usr/lib/libSystem.B.dylib"
 
@@ -138,6 +140,31 @@ class Notices(unittest.TestCase):
         self.assertTrue(complaints(check_bundle.check_notices(
             self.text().replace("=== OFL-1.1 ===", ""))))
         self.assertTrue(complaints(check_bundle.check_notices(self.text().replace("(OFL-1.1)", ""))))
+
+
+class Checklist(unittest.TestCase):
+    """What the first tester on a Mac is told to expect is what the program prints and shows."""
+
+    def expectations(self):
+        text = (ROOT / "docs" / "macos.md").read_text(encoding="utf-8")
+        for row in text.split("## Fifteen minutes on a Mac")[1].split("\n"):
+            cells = row.split("|")
+            if len(cells) == 5 and cells[1].strip().isdigit():
+                yield int(cells[1]), re.findall(r"`([^`]+)`", cells[3]) + re.findall(
+                    r'"([^"]+)"', cells[3])
+
+    def test_every_text_is_in_the_sources_or_the_table_of_texts(self):
+        sources = "".join(path.read_text(encoding="utf-8") for folder in ("src", "resources/en.lproj")
+                          for path in sorted((ROOT / folder).rglob("*"))
+                          if path.suffix in (".cpp", ".hpp", ".mm", ".strings"))
+        steps = dict(self.expectations())
+        self.assertEqual(sorted(steps), list(range(1, 25)))
+        # What stands between the parts is put in when it is printed.
+        missing = [(number, part) for number, texts in steps.items() for text in texts
+                   for part in (p.strip(" :(") for p in re.split("…|\\d+|true|false", text))
+                   if len(part) > 2 and part not in sources
+                   and part not in ("_system", "Ticked, but not working")]
+        self.assertEqual(missing, [])
 
 
 class Icon(unittest.TestCase):
