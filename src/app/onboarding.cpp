@@ -29,6 +29,15 @@ double onboardingMaximumHeight(std::optional<double> visibleScreenHeight) noexce
   return std::max(1.0, std::min(available, kTallest));
 }
 
+ScreenFrame keptInside(ScreenFrame frame, const ScreenFrame& visible) noexcept {
+  const auto moved = [](double start, double length, double from, double room) {
+    return std::max(from, std::min(start, from + room - length));
+  };
+  frame.x = moved(frame.x, frame.width, visible.x, visible.width);
+  frame.y = moved(frame.y, frame.height, visible.y, visible.height);
+  return frame;
+}
+
 Onboarding::Onboarding(Permissions& permissions, AccessibilityAnnouncements& announcements,
                        Effects effects, Localize localize, std::string variant)
     : permissions_(permissions),

@@ -19,6 +19,19 @@
 
 namespace velotap {
 
+/// A frame on the screen, in points from the top left.
+struct ScreenFrame {
+  double x = 0;
+  double y = 0;
+  double width = 0;
+  double height = 0;
+  friend bool operator==(const ScreenFrame&, const ScreenFrame&) = default;
+};
+
+/// The frame, moved as little as it takes to lie in what is visible; its top left when it does not
+/// fit.
+[[nodiscard]] ScreenFrame keptInside(ScreenFrame frame, const ScreenFrame& visible) noexcept;
+
 /// The height that the content may take, in points: what the screen leaves, at most 500.
 [[nodiscard]] double onboardingMaximumHeight(std::optional<double> visibleScreenHeight) noexcept;
 

@@ -14,6 +14,28 @@ namespace {
 
 using test::Lines;
 
+TEST(OnboardingFrame, IsMovedAsLittleAsItTakes) {
+  const ScreenFrame screen{.x = 100, .y = 30, .width = 800, .height = 600};
+  const auto kept = [&](double x, double y) {
+    const ScreenFrame frame = keptInside({.x = x, .y = y, .width = 520, .height = 500}, screen);
+    EXPECT_EQ(frame.width, 520);
+    EXPECT_EQ(frame.height, 500);
+    return std::pair(frame.x, frame.y);
+  };
+  EXPECT_EQ(kept(200, 60), std::pair(200.0, 60.0)) << "it is inside";
+  EXPECT_EQ(kept(100, 30), std::pair(100.0, 30.0));
+  EXPECT_EQ(kept(380, 130), std::pair(380.0, 130.0));
+  EXPECT_EQ(kept(381, 131), std::pair(380.0, 130.0));
+  EXPECT_EQ(kept(99, 29), std::pair(100.0, 30.0));
+  EXPECT_EQ(kept(5000, -5000), std::pair(380.0, 30.0));
+}
+
+TEST(OnboardingFrame, ShowsItsTopLeftWhereItDoesNotFit) {
+  const ScreenFrame screen{.x = 10, .y = 20, .width = 300, .height = 200};
+  const ScreenFrame frame = keptInside({.x = 50, .y = 50, .width = 520, .height = 500}, screen);
+  EXPECT_EQ(frame, (ScreenFrame{.x = 10, .y = 20, .width = 520, .height = 500}));
+}
+
 TEST(OnboardingHeight, IsWhatTheScreenLeavesWithinLimits) {
   EXPECT_EQ(onboardingMaximumHeight(std::nullopt), 500);
   EXPECT_EQ(onboardingMaximumHeight(1080.0), 500);

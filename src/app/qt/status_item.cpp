@@ -5,7 +5,6 @@
 #include <QIcon>
 #include <QPainter>
 #include <QScreen>
-#include <QTimer>
 #include <algorithm>
 #include <utility>
 
@@ -105,6 +104,8 @@ StatusItem::StatusItem(TrayMenu& model, std::function<void()> missing)
         model_.rebuildContextMenu();
         menu_.show(model_.contextMenu());
       }) {
+  settling_.setSingleShot(true);
+  QObject::connect(&settling_, &QTimer::timeout, &host_, [this] { showIcon(); });
   QObject::connect(&host_, &TrayHost::appeared, &host_, [this] { make(); });
   QObject::connect(&host_, &TrayHost::missing, &host_, [tell = std::move(missing)] { tell(); });
 }
@@ -140,7 +141,7 @@ void StatusItem::make() {
   showIcon();
   showVisibility();
   // Its place in the panel is given to it later, and nobody tells.
-  QTimer::singleShot(kSettlingMs, icon_.get(), [this] { showIcon(); });
+  settling_.start(kSettlingMs);
 }
 
 void StatusItem::showIcon() {

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QSystemTrayIcon>
+#include <QTimer>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -34,6 +35,7 @@ class StatusItem {
   TrayMenu& model_;
   TrayHost host_;
   MenuView menu_;
+  QTimer settling_;
   std::unique_ptr<QSystemTrayIcon> icon_;
   std::optional<StatusIcon> shown_;
   bool visible_ = false;

@@ -121,6 +121,25 @@ void OnboardingWindow::fit(double height) {
   window_->setMinimumSize(size);
   window_->setMaximumSize(size);
   window_->resize(size);
+  keepInside(size);
+}
+
+// It grows when the permission is taken away while it is low on the screen.
+void OnboardingWindow::keepInside(QSize size) {
+  const QScreen* screen = window_->screen();
+  if (!window_->isVisible() || screen == nullptr) return;
+  const QMargins edges = window_->frameMargins();
+  const QRect frame = QRect(window_->position(), size).marginsAdded(edges);
+  const QRect visible = screen->availableGeometry();
+  const auto plain = [](const QRect& rect) {
+    return ScreenFrame{.x = static_cast<double>(rect.x()),
+                       .y = static_cast<double>(rect.y()),
+                       .width = static_cast<double>(rect.width()),
+                       .height = static_cast<double>(rect.height())};
+  };
+  const ScreenFrame kept = keptInside(plain(frame), plain(visible));
+  const QPoint corner(static_cast<int>(kept.x), static_cast<int>(kept.y));
+  if (corner != frame.topLeft()) window_->setFramePosition(corner);
 }
 
 void OnboardingWindow::drop() {

@@ -49,6 +49,7 @@ class OnboardingWindow {
  private:
   void create(const std::string& title, double maximumHeight);
   void fit(double height);
+  void keepInside(QSize size);
   void centre();
   void drop();
 

@@ -1,7 +1,7 @@
-"""What tests of the whole program share: made-up devices, a host of status items, a started program.
+"""What tests of the whole program share: made-up devices, a host of status items, the program.
 
-Everything runs below `xvfb-run`, `dbus-run-session` and `umockdev-wrapper`. The test's arguments are
-those that its class names.
+Everything runs below `xvfb-run`, `dbus-run-session` and `umockdev-wrapper`. The test's arguments
+are those that its class names.
 """
 
 import sys
@@ -43,10 +43,16 @@ class DesktopCase(unittest.TestCase):
     def make_host(self):
         """That speaks the protocol of status items."""
         self.bus = dbus.SessionBus(private=True)
-        self.name = dbus.service.BusName(WATCHER, self.bus)
-        self.addCleanup(self.__dict__.pop, "name")
+        self.serve_host()
+        self.addCleanup(self.stop_host)
         self.watcher = Watcher(self.bus)
         self.addCleanup(self.watcher.remove_from_connection)
+
+    def serve_host(self):
+        self.name = dbus.service.BusName(WATCHER, self.bus)
+
+    def stop_host(self):
+        self.__dict__.pop("name", None)
 
     def start(self, settings, path=None, arguments=(), folder=None, **more):
         """`more` is of its environment."""

@@ -64,9 +64,9 @@ class Program:
                            VELOTAP_MULTITOUCH_LIBRARY=provider or self.provider)
         self.close_errors()
         # Signals that Python ignores stay so: a limit on files is then an error, not the end.
-        self.process = subprocess.Popen([*self.starter, self.path, *self.arguments], env=environment,
-                                        stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                                        restore_signals=False)
+        self.process = subprocess.Popen([*self.starter, self.path, *self.arguments],
+                                        env=environment, stdout=subprocess.PIPE,
+                                        stderr=subprocess.PIPE, restore_signals=False)
         for stream in (self.process.stdout, self.process.stderr):
             os.set_blocking(stream.fileno(), False)
         self.errors = b""

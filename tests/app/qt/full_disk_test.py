@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """The program on a disk without room: full_disk_test.py PROGRAM PROVIDER THROWING-PROVIDER
 
-Whatever it would write, it goes on, the next start works, nothing that was kept is lost, and nothing
-is offered twice. Runs below `umockdev-wrapper`.
+Whatever it would write, it goes on, the next start works, nothing that was kept is lost, and
+nothing is offered twice. Runs below `umockdev-wrapper`.
 """
 
 import pathlib

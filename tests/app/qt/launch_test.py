@@ -7,10 +7,31 @@ FIRST-PROGRAM is the one that people start; it becomes the other. Runs below `um
 import signal
 import subprocess
 
+import dbus
+import dbus.service
+
 from desktop_case import DesktopCase
+from desktop_session import PATIENCE
 
 UNAVAILABLE = "MultitouchSupport unavailable"
+NO_PANEL = ("This desktop has no place for the icon. Open Velotap again to get back to these "
+            "settings.")
 UNKNOWN = "velotap: unknown option --Devices ignored (see --help)\n"
+
+
+class Notices(dbus.service.Object):
+    """Shows what programs tell people."""
+
+    def __init__(self, bus):
+        self.heard = []
+        self.name = dbus.service.BusName("org.freedesktop.Notifications", bus)
+        super().__init__(bus, "/org/freedesktop/Notifications")
+
+    @dbus.service.method("org.freedesktop.Notifications", in_signature="susssasa{sv}i",
+                         out_signature="u")
+    def Notify(self, program, _replaces, _icon, _title, text, _buttons, _hints, _patience):
+        self.heard.append((str(program), str(text)))
+        return len(self.heard)
 
 
 class LaunchTest(DesktopCase):
@@ -52,6 +73,26 @@ class LaunchTest(DesktopCase):
         self.comes(self.program.ended, "it ends")
         self.assertEqual(self.program.process.returncode, 0)
         self.assertEqual(self.watcher.items, [], "nothing else was started")
+
+    def test_without_a_panel_it_says_so_once_and_can_be_reached(self):
+        self.stop_host()
+        notices = Notices(self.bus)
+        self.addCleanup(notices.remove_from_connection)
+        self.start({"accessibilitySetupPresented": True})
+        self.comes(lambda: notices.heard, "it says that nothing shows it", patience=PATIENCE * 2)
+        self.assertEqual(self.program.again(), 0)
+        self.comes(lambda: self.windows.titles() == ["General"], "starting it again opens it")
+        self.assertEqual(notices.heard, [("Velotap", NO_PANEL)])
+        self.serve_host()
+        self.await_item()
+        self.assertEqual(len(notices.heard), 1)
+
+    def test_hidden_it_can_be_reached(self):
+        self.start({"accessibilitySetupPresented": True, "hideStatusBarIcon": True})
+        self.comes(lambda: self.bus.name_has_owner("app.norwend.velotap"), "it runs")
+        self.assertEqual(self.program.again(), 0)
+        self.comes(lambda: self.windows.titles() == ["General"], "starting it again opens it")
+        self.assertEqual(self.watcher.items, [])
 
 
 if __name__ == "__main__":

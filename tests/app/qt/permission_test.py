@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """The permission given from the window that explains it: permission_test.py PROGRAM PROVIDER
 
-A stand-in for the system's prompt notes how it was started and waits for the person's answer. Agreed
-to, it does as the real one: it runs the helper with an environment of its own, here below a folder
+A stand-in for the system's prompt notes how it was started and waits for the person's answer.
+Agreed to, it does as the real one: it runs the helper with an environment of its own, here below a folder
 instead of the root. Runs below `umockdev-wrapper`.
 """
 
@@ -11,6 +11,7 @@ import pathlib
 import tempfile
 
 from desktop_case import UNAVAILABLE, DesktopCase
+from desktop_panels import geometry, hand, visible_windows
 from desktop_session import until
 from menu_items import SETUP
 
@@ -92,6 +93,18 @@ class PermissionTest(DesktopCase):
         self.comes(lambda: self.windows.shows("Permission granted", ("heading",), SETUP),
                    "the window moves on by itself")
         self.comes(lambda: self.item.label() == "Velotap (active)", "gestures work")
+        self.check_that_it_grows_inside_the_screen()
+
+    def check_that_it_grows_inside_the_screen(self):
+        [window] = visible_windows("velotap")
+        screen = 900
+        small = geometry(window)["HEIGHT"]
+        hand("windowmove", "--sync", window, 300, screen - small)
+        self.devices.revoke()
+        self.comes(lambda: geometry(window)["HEIGHT"] > small, "it explains again")
+        self.comes(lambda: geometry(window)["Y"] + geometry(window)["HEIGHT"] == screen,
+                   "it is whole on the screen")
+        self.assertEqual(geometry(window)["X"], 300)
 
     def test_the_person_does_not_agree(self):
         self.press(prompts=1)

@@ -26,7 +26,8 @@ class RecoveryTest(DesktopCase):
         self.watcher.items.clear()
         self.program.process.send_signal(number)
         self.comes(self.program.ended, "it ends")
-        self.assertEqual(self.program.process.returncode, -number if number != signal.SIGTERM else 0)
+        self.assertEqual(self.program.process.returncode,
+                         -number if number != signal.SIGTERM else 0)
 
     def reports(self):
         crashes = pathlib.Path(self.program.home.name, "state", "Velotap", "Crashes")

@@ -26,7 +26,8 @@ def may_mount():
 
 class MemoryDisk:
     def __init__(self, folder):
-        subprocess.run(["mount", "-t", "tmpfs", "-o", f"size={SIZE}", "velotap", folder], check=True)
+        subprocess.run(["mount", "-t", "tmpfs", "-o", f"size={SIZE}", "velotap", folder],
+                       check=True)
         self.folder = folder
         self.rest = pathlib.Path(folder, "what-fills-it")
 

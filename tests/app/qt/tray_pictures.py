@@ -65,7 +65,8 @@ class Sitting:
             windows = accessible.Windows(program.process.pid)
             must(lambda: windows.titles() == [SETUP], "it explains itself")
             hand("mousemove", *AWAY)
-            [window] = [each for each in visible_windows("velotap") if geometry(each)["WIDTH"] > 300]
+            [window] = [each for each in visible_windows("velotap")
+                        if geometry(each)["WIDTH"] > 300]
             picture(f"{stem}-missing.png", "-window", window)
             self.devices.grant()
             must(lambda: windows.shows("Permission granted", ("heading",)), "it moves on")
@@ -85,11 +86,11 @@ def main():
             with Look(dark_windows):
                 for panel in (XfcePanel, Tint2Panel):
                     for dark_panel in (False, True):
-                        name = panel.__name__.removesuffix("Panel").lower()
+                        kind = panel.__name__.removesuffix("Panel").lower()
+                        name = f"{kind}-{TONES[dark_panel]}-windows-{TONES[dark_windows]}"
                         devices.grant()
                         with panel(dark_panel):
-                            sitting.show_item_and_menu(
-                                f"{folder}/{name}-{TONES[dark_panel]}-windows-{TONES[dark_windows]}")
+                            sitting.show_item_and_menu(f"{folder}/{name}")
                 sitting.show_onboarding(f"{folder}/onboarding-{TONES[dark_windows]}")
 
 

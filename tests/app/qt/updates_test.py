@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Checks for updates of the running program, against a server of our own.
 
-updates_test.py PROGRAM PROVIDER VERSION. The program is one whose build names a feed. Its name leads
-nowhere but through the proxy that the environment names, and the certificate is one that the same
-environment trusts. Runs below `umockdev-wrapper`.
+updates_test.py PROGRAM PROVIDER VERSION. The program is one whose build names a feed. Its name
+leads nowhere but through the proxy that the environment names, and the certificate is one that the
+same environment trusts. Runs below `umockdev-wrapper`.
 """
 
 import base64
@@ -48,8 +48,8 @@ class Server:
         self.answer = None
         self.asked = []
         self.certificate = folder / "certificate"
-        openssl("req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "2", "-subj", f"/CN={HOST}",
-                "-addext", f"subjectAltName=DNS:{HOST}", "-keyout", folder / "private",
+        openssl("req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "2", "-subj",
+                f"/CN={HOST}", "-addext", f"subjectAltName=DNS:{HOST}", "-keyout", folder / "private",
                 "-out", self.certificate)
         context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
         context.load_cert_chain(self.certificate, folder / "private")
@@ -102,7 +102,8 @@ class UpdatesTest(DesktopCase):
     arguments = ("program_path", "provider", "version")
 
     def setUp(self):
-        folder = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory(prefix="velotap-feed-")))
+        folder = pathlib.Path(self.enterContext(
+            tempfile.TemporaryDirectory(prefix="velotap-feed-")))
         self.server = Server(folder)
         self.addCleanup(self.server.close)
         self.opened = folder / "opened"
