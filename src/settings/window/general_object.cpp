@@ -94,7 +94,7 @@ GeneralObject::GeneralObject(GeneralEffects effects, QObject* parent)
 
 // Listeners that the switch starts are facts too, so these are asked for again.
 GeneralFacts GeneralObject::facts() {
-  const GeneralFacts now = effects_.facts();
+  GeneralFacts now = effects_.facts();
   if (std::exchange(enabled_, now.enabled).value_or(now.enabled) == now.enabled) return now;
   effects_.synchronizeEnabled();
   return effects_.facts();

@@ -31,7 +31,7 @@ struct GeneralEffects {
   std::function<void()> checkForUpdates;
 };
 
-class GeneralObject : public PaneObject {
+class GeneralObject final : public PaneObject {
   Q_OBJECT
   Q_PROPERTY(velotap::RowModel* results READ results CONSTANT)
   Q_PROPERTY(velotap::RowModel* readiness READ readiness CONSTANT)

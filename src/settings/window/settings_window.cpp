@@ -34,6 +34,10 @@ SettingsWindow::SettingsWindow(ViewContext& context, Effects effects)
   QObject::connect(&everySecond_, &QTimer::timeout, &everySecond_, [this] {
     if (PaneObject* pane = paneOfFacts()) pane->refresh();
   });
+  onceClosed_.setSingleShot(true);
+  QObject::connect(&onceClosed_, &QTimer::timeout, &onceClosed_, [this] {
+    if (view_ && !view_->isVisible()) drop();
+  });
 }
 
 SettingsWindow::~SettingsWindow() {
@@ -89,13 +93,7 @@ void SettingsWindow::build() {
                    [this] { followFacts(); });
   QObject::connect(view_.get(), &QWindow::visibleChanged, view_.get(), [this](bool visible) {
     // The window may still be in the middle of closing.
-    if (visible) return;
-    QMetaObject::invokeMethod(
-        &everySecond_,
-        [this] {
-          if (view_ && !view_->isVisible()) drop();
-        },
-        Qt::QueuedConnection);
+    if (!visible) onceClosed_.start();
   });
   observations_ = effects_.observe([this] {
     if (panes_) panes_->refresh();
@@ -108,6 +106,7 @@ void SettingsWindow::close() {
 
 void SettingsWindow::drop() {
   everySecond_.stop();
+  onceClosed_.stop();
   if (!view_) return;
   rememberFrame();
   observations_.clear();

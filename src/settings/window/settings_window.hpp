@@ -67,6 +67,7 @@ class SettingsWindow {
   std::unique_ptr<QQuickView> view_;
   std::vector<Observation> observations_;
   QTimer everySecond_;
+  QTimer onceClosed_;
 };
 
 }  // namespace velotap

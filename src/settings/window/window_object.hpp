@@ -8,7 +8,7 @@
 
 namespace velotap {
 
-class WindowObject : public PaneObject {
+class WindowObject final : public PaneObject {
   Q_OBJECT
   Q_PROPERTY(velotap::RowModel* tabs READ tabs CONSTANT)
 

@@ -16,6 +16,7 @@ namespace {
 
 class SettingsWindowTest : public SceneTest {
  protected:
+  ~SettingsWindowTest() override { settings.reset(); }  // it tells what is below that it closes
   void make() {
     fixture = std::make_unique<Fixture>("en");
     settings = std::make_unique<SettingsWindow>(
