@@ -145,6 +145,26 @@ TEST_F(AboutTest, NoticesAreReadWhenTheyAreShown) {
   EXPECT_EQ(text(), QStringLiteral("Notices"));
 }
 
+QQuickItem* textArea(QQuickItem* root) {
+  if (root->inherits("QQuickTextArea") && root->isVisible()) return root;
+  for (QQuickItem* child : root->childItems()) {
+    if (QQuickItem* found = textArea(child)) return found;
+  }
+  return nullptr;
+}
+
+TEST_F(SceneTest, LongerTextsAreDrawnAsAWhole) {
+  for (const char* sheet : {"design.support.snapshot", "Acknowledgements"}) {
+    open("en", PreferencesTab::about, {560, 600});
+    pressText(sheet);
+    awaitFrame();
+    const QQuickItem* area = textArea(settings->view()->contentItem());
+    ASSERT_NE(area, nullptr) << sheet;
+    EXPECT_GT(area->property("contentHeight").toDouble(), 20) << sheet;
+    EXPECT_GE(area->height(), area->property("contentHeight").toDouble()) << sheet;
+  }
+}
+
 // While a sheet is open the shortcut for Find is the sheet's own.
 TEST_F(SceneTest, FindLeadsToTheFieldOfTheSheet) {
   open("en", PreferencesTab::about, {560, 600});

@@ -34,13 +34,15 @@ Rectangle {
         id: flick
         anchors { fill: parent; margins: Theme.small }
         contentWidth: width
-        contentHeight: area.implicitHeight
+        contentHeight: area.height
         clip: true
         boundsBehavior: Flickable.StopAtBounds
         T.ScrollBar.vertical: VScrollBar {}
         T.TextArea {
             id: area
             width: flick.width
+            // The template has no height of its own, and what lies below its end is not drawn.
+            height: Math.max(flick.height, contentHeight + topPadding + bottomPadding)
             padding: Theme.small
             readOnly: true
             selectByMouse: true
