@@ -195,7 +195,7 @@ class KeyRecorder final : public QWindow {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override {
-    keys.append(QKeySequence(event->modifiers() | event->key()).toString());
+    keys.append(QKeySequence(event->keyCombination()).toString());
   }
 };
 
