@@ -145,8 +145,8 @@ int runApplication(int& argc, char** argv) {
       }));
   windows->connect(application);
   application.delegate().steps.installCrashReporter = [&application] {
-    application.crashReporter().install();
     recordUncaughtExceptions(application.crashReporter().logPath());
+    application.crashReporter().install();
   };
   VelotapApplicationDelegate* delegate =
       [[VelotapApplicationDelegate alloc] initWithDelegate:&application.delegate()

@@ -100,14 +100,13 @@ TEST_F(EventTapOverQuartzTest, neitherIsEnabledBeforeBothAreThere) {
                    "CFRunLoopAddSource", "CGEventTapEnable true", "CGEventTapEnable true"}));
 }
 
-TEST_F(EventTapOverQuartzTest, stoppingDisablesBothBeforeEitherIsRemoved) {
+TEST_F(EventTapOverQuartzTest, stoppingDisablesBothAndTakesBothOffTheLoopBeforeEitherIsRemoved) {
   ASSERT_TRUE(tap_.start());
   static_cast<void>(calls());
   tap_.stop();
   EXPECT_EQ(calls(),
-            (Texts{"CGEventTapEnable false", "CGEventTapEnable false", "CGEventTapEnable false",
-                   "CFRunLoopRemoveSource", "CFMachPortInvalidate", "CGEventTapEnable false",
-                   "CFRunLoopRemoveSource", "CFMachPortInvalidate"}));
+            (Texts{"CGEventTapEnable false", "CGEventTapEnable false", "CFRunLoopRemoveSource",
+                   "CFRunLoopRemoveSource", "CFMachPortInvalidate", "CFMachPortInvalidate"}));
   EXPECT_TRUE(cf_.loopSources.empty());
   EXPECT_EQ(quartz_.installed(kCGHIDEventTap) + quartz_.installed(kCGSessionEventTap), 0U);
 }
