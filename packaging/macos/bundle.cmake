@@ -44,10 +44,30 @@ endfunction()
 set(VELOTAP_THIRD_PARTY_NOTICES ${VELOTAP_MACOS_PACKAGING}/ThirdPartyNotices.txt CACHE FILEPATH
   "What the program is made of besides, and on which terms; the About pane shows it")
 
-# Only for a build with windows, which have a place to show them.
+# Only for a build with windows, which have a place to show them. Whoever gives Qt and the typeface
+# on must give the texts of their licences along; that of the updater lies beside its framework.
 function(velotap_bundle_notices target)
   set(notices ${CMAKE_CURRENT_BINARY_DIR}/ThirdPartyNotices.txt)
-  configure_file(${VELOTAP_THIRD_PARTY_NOTICES} ${notices} COPYONLY)
+  file(GLOB licences CONFIGURE_DEPENDS ${VELOTAP_MACOS_PACKAGING}/licences/*.txt)
+  if(VELOTAP_SPARKLE)
+    get_filename_component(beside ${VELOTAP_SPARKLE} DIRECTORY)
+    if(NOT EXISTS ${beside}/LICENSE)
+      message(FATAL_ERROR "Sparkle's LICENSE must lie beside ${VELOTAP_SPARKLE}")
+    endif()
+    list(APPEND licences ${beside}/LICENSE)
+  endif()
+  file(READ ${VELOTAP_THIRD_PARTY_NOTICES} text)
+  file(WRITE ${notices}.new "${text}")
+  foreach(licence IN LISTS licences)
+    get_filename_component(name ${licence} NAME)
+    string(REPLACE ".txt" "" name ${name})
+    string(REPLACE "LICENSE" "Sparkle, which brings updates" name ${name})
+    file(READ ${licence} text)
+    file(APPEND ${notices}.new "\n\n=== ${name} ===\n\n${text}")
+  endforeach()
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS
+    ${VELOTAP_THIRD_PARTY_NOTICES} ${licences})
+  file(COPY_FILE ${notices}.new ${notices} ONLY_IF_DIFFERENT)
   qt_add_resources(${target} notices PREFIX /velotap BASE ${CMAKE_CURRENT_BINARY_DIR}
     FILES ${notices})
 endfunction()

@@ -57,6 +57,11 @@ class ObserverList {
     });
   }
 
+  [[nodiscard]] bool empty() const {
+    const std::lock_guard guard(state_->lock);
+    return state_->entries.empty();
+  }
+
   void notify(Args... args) const {
     std::vector<std::shared_ptr<Callback>> entries;
     {

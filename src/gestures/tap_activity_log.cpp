@@ -56,14 +56,35 @@ void TapActivityLog::record(TapActivity activity, const TouchTrace& touch, doubl
   records_.notify(activity);
 }
 
+template <typename Keep>
+void TapActivityLog::keepOther(Keep keep) {
+  {
+    const std::lock_guard guard(state_->lock);
+    keep(state_->touches);
+    if (state_->otherTouchesPending || state_->otherTouches.empty()) return;
+    state_->otherTouchesPending = true;
+  }
+  queue_.async([weak = std::weak_ptr(state_)] {
+    const auto state = weak.lock();
+    if (!state) return;
+    {
+      const std::lock_guard guard(state->lock);
+      state->otherTouchesPending = false;
+    }
+    state->otherTouches.notify();
+  });
+}
+
 void TapActivityLog::keepPinch(const TouchTrace& touch) {
-  const std::lock_guard guard(state_->lock);
-  state_->touches.keepPinch(touch);
+  keepOther([&touch](TouchHistory& touches) { touches.keepPinch(touch); });
 }
 
 void TapActivityLog::keepClick(MTPoint position) {
-  const std::lock_guard guard(state_->lock);
-  state_->touches.keepClick(position);
+  keepOther([position](TouchHistory& touches) { touches.keepClick(position); });
+}
+
+Observation TapActivityLog::observeOtherTouches(std::function<void()> kept) {
+  return state_->otherTouches.add(std::move(kept));
 }
 
 KeptTouches TapActivityLog::touches() const {

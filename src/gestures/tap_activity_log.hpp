@@ -54,10 +54,13 @@ class TapActivityLog {
   /// As well, and keeps the touch behind it. `end` is the uptime, `sinceNatural` the seconds since
   /// the last physical click.
   void record(TapActivity activity, const TouchTrace& touch, double end, double sinceNatural);
-  /// Keeps a pinch that ended. Any thread. No tap, so nobody is told.
+  /// Keeps a pinch that ended. Any thread. No tap, so it is not announced as one.
   void keepPinch(const TouchTrace& touch);
-  /// Keeps where the only finger lay at a physical click. Any thread. Nobody is told.
+  /// Keeps where the only finger lay at a physical click, in the same way.
   void keepClick(MTPoint position);
+  /// Told on the main thread after a burst of pinches and clicks. While nobody asks to be told,
+  /// nothing wakes that thread. To be asked for, and given up, on the main thread.
+  [[nodiscard]] Observation observeOtherTouches(std::function<void()> kept);
   /// A copy of the touches that are kept. They outlive `clear`, which tidies a list on screen.
   [[nodiscard]] KeptTouches touches() const;
   /// Empties the list and notifies on the caller's thread; serial numbers go on.
@@ -76,11 +79,15 @@ class TapActivityLog {
     mutable OrderedMutex<LockRank::tapActivityLog> lock;
     FixedVector<TapActivity, kCapacity> newestLast;
     TouchHistory touches;
+    ObserverList<> otherTouches;
     int nextID = 0;
     bool notificationPending = false;
+    bool otherTouchesPending = false;
   };
   template <typename Change>
   void change(Change apply);
+  template <typename Keep>
+  void keepOther(Keep keep);
 
   MainQueue& queue_;
   ObserverList<const TapActivity&> records_;

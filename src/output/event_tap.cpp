@@ -64,6 +64,8 @@ bool EventTap::start() {
 void EventTap::stop() {
   if (physicalTap_) physicalTap_->enable(false);
   if (sessionTap_) sessionTap_->enable(false);
+  if (physicalTap_) physicalTap_->detach();
+  if (sessionTap_) sessionTap_->detach();
   physicalTap_.reset();
   sessionTap_.reset();
   physicalEvents_.reset();

@@ -35,6 +35,10 @@ class InstalledTap {
   virtual ~InstalledTap() = default;
   virtual void enable(bool on) = 0;
   [[nodiscard]] virtual bool enabled() const = 0;
+  /// Takes it off the main thread's loop, for good: whoever removes several taps takes all of them
+  /// off before the first is destroyed, which does the same for what is still on. Means nothing to
+  /// systems whose taps need no loop of their own.
+  virtual void detach() {}
 };
 
 /// What somebody may want to do with the events of touch devices. Where a device has to be taken

@@ -69,6 +69,7 @@ SupportContact::Feedback SupportContact::copyAddress(const Effects& effects) {
 AcknowledgementsView acknowledgementsView(std::string_view notices, const Texts& texts) {
   return {.title = texts("Acknowledgements"),
           .hint = texts("design.find.notices"),
+          .search = texts("about.notices.search"),
           .text = isUtf8(notices) ? std::string(notices) : std::string(),
           .done = texts("Done")};
 }

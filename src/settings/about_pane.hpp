@@ -65,7 +65,8 @@ struct SupportContact {
 /// The notices of what the program is linked with.
 struct AcknowledgementsView {
   std::string title;
-  std::string hint;
+  std::string hint;  ///< how to search in them
+  std::string search;
   std::string text;  ///< empty when the notices are missing
   std::string done;
 };

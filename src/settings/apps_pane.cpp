@@ -45,8 +45,7 @@ std::vector<AppEntry> AppsPane::shown(AppRuleList list) const {
   return filter.matching(ignored ? model_.ignored() : model_.keystrokeZoom());
 }
 
-void AppsPane::add(AppRuleList list, const std::vector<std::string>& bundleIDs,
-                   const Texts& texts) {
+void AppsPane::add(AppRuleList list, const std::vector<std::string>& bundleIDs) {
   for (const std::string& id : bundleIDs) {
     if (list == AppRuleList::ignored) {
       model_.addIgnored(id);
@@ -54,22 +53,28 @@ void AppsPane::add(AppRuleList list, const std::vector<std::string>& bundleIDs,
       model_.addKeystrokeZoom(id);
     }
   }
-  feedback_ = bundleIDs.empty() ? std::string() : texts("polish.apps.added");
+  feedback_ = bundleIDs.empty() ? std::string_view() : "polish.apps.added";
 }
 
-void AppsPane::addSuggestion(const std::string& bundleID, const Texts& texts) {
-  add(AppRuleList::ignored, {bundleID}, texts);
+void AppsPane::addSuggestion(const std::string& bundleID) {
+  add(AppRuleList::ignored, {bundleID});
 }
 
 void AppsPane::remove(AppRuleList list, const std::string& bundleID, const Texts& texts) {
   undo_ = AppRuleUndo{.snapshot = model_.snapshot(), .bundleIDs = {bundleID}};
-  feedback_ = texts("Removed rule for %@", {model_.entry(bundleID).name});
+  removedName_ = model_.entry(bundleID).name;
+  feedback_ = {};
   if (list == AppRuleList::ignored) {
     model_.removeIgnored(bundleID);
   } else {
     model_.removeKeystrokeZoom(bundleID);
   }
-  announce_(feedback_);
+  announce_(undoText(texts));
+}
+
+std::string AppsPane::undoText(const Texts& texts) const {
+  return removedName_ ? texts("Removed rule for %@", {*removedName_})
+                      : texts("polish.apps.removed");
 }
 
 void AppsPane::removeVisible(const Texts& texts) {
@@ -85,28 +90,29 @@ void AppsPane::removeVisible(const Texts& texts) {
     undo_->bundleIDs.push_back(entry.bundleID);
     model_.removeKeystrokeZoom(entry.bundleID);
   }
-  feedback_ = texts("polish.apps.removed");
-  announce_(feedback_);
+  removedName_.reset();
+  feedback_ = {};
+  announce_(undoText(texts));
 }
 
 void AppsPane::undo(const Texts& texts) {
   if (!undo_) return;
   model_.restore(undo_->snapshot);
   undo_.reset();
-  feedback_ = texts("Rule restored");
-  announce_(feedback_);
+  feedback_ = "Rule restored";
+  announce_(texts(feedback_));
 }
 
-bool AppsPane::resolve(const std::string& bundleID, const Texts& texts) {
+bool AppsPane::resolve(const std::string& bundleID) {
   const bool found = model_.entry(bundleID).isInstalled();
   model_.reload();
-  feedback_ = texts(found ? "polish.apps.resolved" : "polish.apps.unresolved");
+  feedback_ = found ? "polish.apps.resolved" : "polish.apps.unresolved";
   return found;
 }
 
 void AppsPane::noteCopied(const Texts& texts) {
-  feedback_ = texts("design.copied");
-  announce_(feedback_);
+  feedback_ = "design.copied";
+  announce_(texts(feedback_));
 }
 
 bool AppsPane::showsIdentifiers() const {
@@ -147,7 +153,11 @@ AppListView AppsPane::list(AppRuleList which, const std::vector<AppEntry>& shown
     view.rows.push_back(row(entry, !ignored && overridden.contains(entry.bundleID), texts));
   }
   const auto& all = ignored ? model_.ignored() : model_.keystrokeZoom();
-  if (all.empty()) view.empty = texts(ignored ? "No ignored apps" : "apps.no.zoom");
+  if (all.empty()) {
+    view.empty = texts(ignored ? "No ignored apps" : "apps.no.zoom");
+  } else if (shown.empty()) {
+    view.empty = texts("No matching app rules");
+  }
   return view;
 }
 
@@ -219,15 +229,17 @@ AppsView AppsPane::view(const Texts& texts) const {
   if (options_.hidesFrontApplication) view.unavailable = texts("desktop.front.hidden");
   addFilters(texts, view);
   addLists(texts, view);
-  view.feedback = feedback_;
+  if (!feedback_.empty()) view.feedback = texts(feedback_);
   if (undo_) {
+    view.undoText = undoText(texts);
     view.undoTitle = texts("Undo");
     view.undoNote = texts("polish.apps.undo.note");
   }
   addSuggestions(texts, view);
+  view.addTitle = texts("design.add.apps");
   view.chooseTitle = texts("Choose from Applications…");
-  view.chooseMessage = texts("Choose one or more apps to add.");
   view.runningTitle = texts("Running Apps");
+  view.listsInstalled = options_.listsInstalled;
   return view;
 }
 

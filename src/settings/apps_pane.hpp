@@ -42,8 +42,8 @@ struct AppListView {
   AppRuleList list = AppRuleList::ignored;
   std::string title;
   std::vector<AppRow> rows;
-  std::string empty;  ///< for a list without rules; empty otherwise
-  std::string addTitle;
+  std::string empty;     ///< why there are no rows; empty while there are
+  std::string addTitle;  ///< of the menu with the ways to add
 };
 
 struct AppSuggestionRow {
@@ -84,17 +84,19 @@ struct AppsView {
   std::string removeVisibleTitle;
   bool canRemoveVisible = false;
   Confirmation removeVisible;  ///< to be asked first
-  std::string feedback;        ///< what was just done
-  std::string undoTitle;       ///< empty without an undo
+  std::string feedback;        ///< what was just done, other than a removal
+  std::string undoText;        ///< what was removed; empty without an undo
+  std::string undoTitle;
   std::string undoNote;
 
   std::string suggestionsTitle;
   std::vector<AppSuggestionRow> suggestions;
   std::string noSuggestions;
 
+  std::string addTitle;
   std::string chooseTitle;
-  std::string chooseMessage;
   std::string runningTitle;
+  bool listsInstalled = false;  ///< choosing is from a list of ours instead of the system's panel
 };
 
 class AppsPane {
@@ -105,6 +107,8 @@ class AppsPane {
     /// Where identifiers of several systems are on the list, only what is here is suggested.
     bool suggestsInstalledOnly = false;
     bool hidesFrontApplication = false;  ///< the desktop does not tell, so rules cannot apply
+    /// Where the system has no panel to choose applications by name and icon.
+    bool listsInstalled = false;
   };
 
   AppsPane(Config& config, Applications& applications, Announce announce, Options options);
@@ -120,15 +124,15 @@ class AppsPane {
   void setSort(std::string_view sort);
   void setShowsIdentifiers(bool shown);
 
-  void add(AppRuleList list, const std::vector<std::string>& bundleIDs, const Texts& texts);
-  void addSuggestion(const std::string& bundleID, const Texts& texts);
+  void add(AppRuleList list, const std::vector<std::string>& bundleIDs);
+  void addSuggestion(const std::string& bundleID);
   void remove(AppRuleList list, const std::string& bundleID, const Texts& texts);
   void removeVisible(const Texts& texts);
   [[nodiscard]] bool canUndo() const noexcept { return undo_.has_value(); }
   void undo(const Texts& texts);
 
   /// Looks for a missing application again and says whether it is there now.
-  bool resolve(const std::string& bundleID, const Texts& texts);
+  bool resolve(const std::string& bundleID);
   /// To be called when the identifier reached the pasteboard.
   void noteCopied(const Texts& texts);
 
@@ -137,6 +141,7 @@ class AppsPane {
   [[nodiscard]] std::vector<AppEntry> shown(AppRuleList list) const;
   [[nodiscard]] AppRow row(const AppEntry& entry, bool overridden, const Texts& texts) const;
   [[nodiscard]] bool showsIdentifiers() const;
+  [[nodiscard]] std::string undoText(const Texts& texts) const;
   [[nodiscard]] AppListView list(AppRuleList which, const std::vector<AppEntry>& shown,
                                  const Texts& texts) const;
   void addFilters(const Texts& texts, AppsView& view) const;
@@ -149,7 +154,8 @@ class AppsPane {
   Options options_;
   AppRuleFilter filter_;
   std::optional<AppRuleUndo> undo_;
-  std::string feedback_;
+  std::optional<std::string> removedName_;  ///< nothing after the removal of several rules
+  std::string_view feedback_;               ///< a key, so that it follows the language
 };
 
 }  // namespace velotap

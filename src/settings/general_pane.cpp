@@ -112,7 +112,6 @@ void addStartup(const GeneralFacts& facts, const Texts& texts, GeneralView& view
   view.startupTitle = texts("Startup and menu bar");
   view.launchTitle = texts("Launch at Login");
   view.launchesAtLogin = facts.loginItemStatus == LoginItemStatus::enabled;
-  view.canLaunchAtLogin = facts.loginItemStatus != LoginItemStatus::notFound;
   if (facts.loginItemStatus == LoginItemStatus::requiresApproval) {
     view.approvalCaption = texts("login.approval.caption");
     view.openLoginItems = texts("Open Login Items");

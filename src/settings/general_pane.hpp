@@ -100,9 +100,8 @@ struct GeneralView {
   std::string startupTitle;
   std::string launchTitle;
   bool launchesAtLogin = false;
-  bool canLaunchAtLogin = true;  ///< false where the system knows no such item
-  std::string approvalCaption;   ///< empty unless the person must approve the item
-  std::string openLoginItems;    ///< empty with the caption
+  std::string approvalCaption;  ///< empty unless the person must approve the item
+  std::string openLoginItems;   ///< empty with the caption
   std::string leftClickTitle;
   bool leftClickToggles = true;
   std::string leftClickCaption;

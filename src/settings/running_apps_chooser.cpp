@@ -5,23 +5,52 @@
 #include "localization/text_search.hpp"
 
 namespace velotap {
+namespace {
+
+// Each application once, without those that are taken.
+class Candidates {
+ public:
+  Candidates(const std::vector<std::string>& excluding, std::string_view ownBundleID)
+      : taken_(excluding.begin(), excluding.end()) {
+    taken_.emplace(ownBundleID);
+  }
+
+  void add(AppEntry entry) {
+    if (entry.bundleID.empty() || !taken_.insert(entry.bundleID).second) return;
+    entries_.push_back(std::move(entry));
+  }
+  [[nodiscard]] std::vector<AppEntry> sorted() {
+    return AppRuleFilter{}.matching(std::move(entries_));
+  }
+
+ private:
+  std::set<std::string, std::less<>> taken_;
+  std::vector<AppEntry> entries_;
+};
+
+}  // namespace
 
 std::vector<AppEntry> RunningAppCandidates::filter(const std::vector<std::string>& excluding,
                                                    std::string_view ownBundleID) const {
-  std::vector<AppEntry> result;
-  std::set<std::string, std::less<>> taken(excluding.begin(), excluding.end());
-  taken.emplace(ownBundleID);
+  Candidates candidates(excluding, ownBundleID);
   for (const RunningInstance& each : running) {
-    if (!each.regular || each.bundleId.empty() || !taken.insert(each.bundleId).second) continue;
-    result.push_back({.bundleID = each.bundleId,
-                      .name = each.name.empty() ? each.bundleId : each.name,
-                      .url = {}});
+    if (!each.regular) continue;
+    candidates.add({.bundleID = each.bundleId,
+                    .name = each.name.empty() ? each.bundleId : each.name,
+                    .url = {}});
   }
-  return AppRuleFilter{}.matching(std::move(result));
+  return candidates.sorted();
 }
 
-RunningAppsChooser::RunningAppsChooser(std::vector<AppEntry> candidates)
-    : candidates_(std::move(candidates)) {}
+std::vector<AppEntry> InstalledAppCandidates::filter(const std::vector<std::string>& excluding,
+                                                     std::string_view ownBundleID) const {
+  Candidates candidates(excluding, ownBundleID);
+  for (const ApplicationBundle& each : installed) candidates.add(appEntry(each.bundleId, each));
+  return candidates.sorted();
+}
+
+RunningAppsChooser::RunningAppsChooser(std::vector<AppEntry> candidates, AppsOffered offered)
+    : candidates_(std::move(candidates)), offered_(offered) {}
 
 void RunningAppsChooser::refresh(std::vector<AppEntry> candidates) {
   candidates_ = std::move(candidates);
@@ -53,14 +82,22 @@ std::vector<AppEntry> RunningAppsChooser::visible() const {
 
 RunningAppsView RunningAppsChooser::view(const Texts& texts) const {
   RunningAppsView view;
-  view.title = texts("Running Apps");
-  view.searchPlaceholder = texts("design.search.running");
+  const bool running = offered_ == AppsOffered::running;
+  view.title = texts(running ? "Running Apps" : "apps.choose.title");
+  view.searchPlaceholder = texts(running ? "design.search.running" : "apps.choose.search");
+  if (!running) {
+    view.message = texts("Choose one or more apps to add.");
+    view.fileTitle = texts("apps.choose.file");
+  }
   for (const AppEntry& entry : visible()) {
     const bool selected = selected_.contains(entry.bundleID);
     view.rows.push_back({.bundleID = entry.bundleID, .name = entry.name, .selected = selected});
     view.canSelectVisible = view.canSelectVisible || !selected;
   }
-  if (view.rows.empty()) view.empty = texts("design.no.running.apps");
+  if (view.rows.empty()) {
+    view.empty =
+        texts(candidates_.empty() || running ? "design.no.running.apps" : "apps.choose.none");
+  }
   const std::size_t count = selection().size();
   view.selectedText =
       texts("refine.apps.selected", {texts.format().wholeNumber(static_cast<std::int64_t>(count))});

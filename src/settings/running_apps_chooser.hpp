@@ -24,6 +24,16 @@ struct RunningAppCandidates {
                                              std::string_view ownBundleID) const;
 };
 
+struct InstalledAppCandidates {
+  std::vector<ApplicationBundle> installed;
+
+  /// The same for everything that a person could start.
+  [[nodiscard]] std::vector<AppEntry> filter(const std::vector<std::string>& excluding,
+                                             std::string_view ownBundleID) const;
+};
+
+enum class AppsOffered { running, installed };
+
 struct RunningAppsView {
   struct Row {
     std::string bundleID;
@@ -31,6 +41,7 @@ struct RunningAppsView {
     bool selected = false;
   };
   std::string title;
+  std::string message;  ///< what to do; empty where the title says it
   std::string searchPlaceholder;
   std::vector<Row> rows;
   std::string empty;         ///< why there are no rows; empty while there are
@@ -40,14 +51,17 @@ struct RunningAppsView {
   std::string clearTitle;
   bool canAdd = false;  ///< something is selected, so it can be cleared too
   std::string refreshTitle;
+  std::string fileTitle;  ///< for what no list has; empty where there is no such way
   std::string addTitle;
   std::string cancelTitle;
 };
 
 class RunningAppsChooser {
  public:
-  explicit RunningAppsChooser(std::vector<AppEntry> candidates);
+  explicit RunningAppsChooser(std::vector<AppEntry> candidates,
+                              AppsOffered offered = AppsOffered::running);
 
+  [[nodiscard]] AppsOffered offered() const noexcept { return offered_; }
   /// Listed again; what is selected and still there stays selected.
   void refresh(std::vector<AppEntry> candidates);
   void setQuery(std::string query) { query_ = std::move(query); }
@@ -63,6 +77,7 @@ class RunningAppsChooser {
   [[nodiscard]] std::vector<AppEntry> visible() const;
 
   std::vector<AppEntry> candidates_;
+  AppsOffered offered_;
   std::string query_;
   std::set<std::string, std::less<>> selected_;
 };

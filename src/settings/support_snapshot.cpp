@@ -74,7 +74,6 @@ SupportSnapshotView supportSnapshotView(const SupportFacts& facts, const Texts& 
           .text = SupportSnapshot::text(facts, texts),
           .copyTitle = texts("design.copy.snapshot"),
           .saveTitle = texts("refine.support.save"),
-          .saveError = texts("refine.support.save.error"),
           .done = texts("Done")};
 }
 

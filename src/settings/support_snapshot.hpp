@@ -37,6 +37,8 @@ struct SupportSnapshot {
   [[nodiscard]] static std::string text(const SupportFacts& facts, const Texts& texts);
 
   static constexpr std::string_view kFileName = "Velotap-support.txt";
+  /// Of what to say when the file could not be written.
+  static constexpr std::string_view kSaveErrorKey = "refine.support.save.error";
 };
 
 struct SupportSnapshotView {
@@ -45,7 +47,6 @@ struct SupportSnapshotView {
   std::string text;
   std::string copyTitle;
   std::string saveTitle;
-  std::string saveError;  ///< to be shown when the file could not be written
   std::string done;
 };
 [[nodiscard]] SupportSnapshotView supportSnapshotView(const SupportFacts& facts,

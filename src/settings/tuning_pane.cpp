@@ -32,7 +32,8 @@ TuningPane::TuningPane(DefaultsStore& defaults, TapActivityLog& log,
       changed_(std::move(changed)),
       activity_(log.items()),
       touches_(log.touches()),
-      observation_(notifications.observe(kTapActivityDidChange, [this] { follow(); })) {}
+      taps_(notifications.observe(kTapActivityDidChange, [this] { follow(); })),
+      otherTouches_(log.observeOtherTouches([this] { follow(); })) {}
 
 void TuningPane::follow() {
   if (paused_) return;
@@ -84,21 +85,26 @@ void TuningPane::change(const TuningSnapshot& wanted) {
 }
 
 void TuningPane::moveSlider(TuningValue value, double number) {
+  set(value, tuningSlider(value).snapped(number));
+}
+
+void TuningPane::set(TuningValue value, double number) {
   TuningSnapshot values = snapshot();
-  setTuningValue(values, value, tuningSlider(value).snapped(number));
+  setTuningValue(values, value, number);
   write(value, values);
 }
 
+// A value between two steps stays between two.
 void TuningPane::decrement(TuningValue value) {
-  moveSlider(value, tuningSlider(value).decremented(tuningValue(snapshot(), value)));
+  set(value, tuningSlider(value).decremented(tuningValue(snapshot(), value)));
 }
 
 void TuningPane::increment(TuningValue value) {
-  moveSlider(value, tuningSlider(value).incremented(tuningValue(snapshot(), value)));
+  set(value, tuningSlider(value).incremented(tuningValue(snapshot(), value)));
 }
 
 void TuningPane::reset(TuningValue value) {
-  moveSlider(value, tuningSlider(value).factory);
+  set(value, tuningSlider(value).factory);
 }
 
 void TuningPane::applyPreset(int duration, double drift) {
@@ -248,8 +254,6 @@ void TuningPane::addUndo(const Texts& texts, TuningView& view) const {
 
 TuningView TuningPane::view(const Texts& texts) const {
   const TuningSnapshot current = snapshot();
-  // Pinches and clicks are kept without a word, so they are fetched whenever the pane is shown.
-  if (!paused_) touches_ = log_.touches();
   TuningView view;
   view.introTitle = texts("Tuning");
   view.introText = texts("refine.tuning.intro");

@@ -101,7 +101,7 @@ class TuningPane {
   using Announce = std::function<void(std::string_view key)>;
   using DidChange = std::function<void()>;
 
-  /// `changed` is called when the list of taps changed.
+  /// `changed` is called when the list of taps or the touches behind the evidence changed.
   TuningPane(DefaultsStore& defaults, TapActivityLog& log, NotificationCenter& notifications,
              Announce announce, DidChange changed = nullptr);
 
@@ -134,6 +134,7 @@ class TuningPane {
   void restore(const TuningSnapshot& values);
   void change(const TuningSnapshot& wanted);
   void write(TuningValue value, const TuningSnapshot& values);
+  void set(TuningValue value, double number);
   void follow();
   [[nodiscard]] TuningSliderView slider(TuningValue value, const TuningSnapshot& current,
                                         const Texts& texts) const;
@@ -153,11 +154,12 @@ class TuningPane {
   Announce announce_;
   DidChange changed_;
   std::vector<TapActivity> activity_;
-  mutable KeptTouches touches_;  // a copy, made anew with each view
+  KeptTouches touches_;
   TapActivityFilter filter_;
   bool paused_ = false;
   std::optional<TuningUndo> undo_;
-  Observation observation_;
+  Observation taps_;
+  Observation otherTouches_;
 };
 
 }  // namespace velotap

@@ -101,6 +101,38 @@ TEST_F(TapActivityLogTest, AScheduledNotificationOfALogThatIsGoneDoesNothing) {
   EXPECT_EQ(notified_, 0);
 }
 
+TEST_F(TapActivityLogTest, PinchesAndClicksAreNoTapsButAreTold) {
+  int told = 0;
+  Observation others = log_->observeOtherTouches([&] {
+    ++told;
+    static_cast<void>(log_->touches());  // no lock is held
+  });
+  log_->keepPinch({});
+  log_->keepClick({0.5F, 0.5F});
+  EXPECT_EQ(told, 0) << "the main thread has not come to it";
+  mainQueue.runDue();
+  EXPECT_EQ(told, 1) << "a burst is told once";
+  log_->keepClick({0.5F, 0.5F});
+  mainQueue.runDue();
+  EXPECT_EQ(told, 2);
+  EXPECT_EQ(notified_, 0);
+  others.reset();
+  log_->keepClick({0.5F, 0.5F});
+  others = log_->observeOtherTouches([&told] { ++told; });
+  mainQueue.runDue();
+  EXPECT_EQ(told, 2) << "with nobody to tell nobody was woken";
+  EXPECT_EQ(log_->touches().clicks.size(), 3U);
+}
+
+TEST_F(TapActivityLogTest, WhoStopsListeningInTimeHearsNothing) {
+  int told = 0;
+  Observation others = log_->observeOtherTouches([&told] { ++told; });
+  log_->keepPinch({});
+  others.reset();
+  mainQueue.runDue();
+  EXPECT_EQ(told, 0);
+}
+
 TEST_F(TapActivityLogTest, EachRecordIsSeenAtOnceWithItsNumber) {
   std::vector<int> seen;
   const Observation records =

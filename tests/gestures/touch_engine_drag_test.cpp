@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "tap_session_fixture.hpp"
 
 namespace velotap {

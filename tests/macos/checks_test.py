@@ -2,6 +2,7 @@
 """Tests of the checks themselves: what they accept and what they complain about."""
 
 import pathlib
+import re
 import struct
 import subprocess
 import sys
@@ -12,7 +13,8 @@ import check_bundle
 import stubs
 
 HERE = pathlib.Path(__file__).resolve().parent
-PACKAGING = HERE.parent.parent / "packaging" / "macos"
+ROOT = HERE.parent.parent
+PACKAGING = ROOT / "packaging" / "macos"
 QUARTZ = "/System/Library/Frameworks/CoreGraphics.framework/Versions/A/CoreGraphics"
 SYSTEM = "/usr/lib/libSystem.B.dylib"
 
@@ -80,6 +82,89 @@ class Plist(unittest.TestCase):
     def test_what_was_not_filled_in_is_told(self):
         told = complaints(check_bundle.check_plist({"SUFeedURL": "${VELOTAP_UPDATE_FEED}"}))
         self.assertIn("Info.plist: not filled in: ['SUFeedURL']", told)
+
+
+class Windows(unittest.TestCase):
+    listed = {QUARTZ: ["_CGEventPost"], SYSTEM: ["_open"], stubs.CPP_LIBRARY: []}
+    more = {SYSTEM: ["_pow"]}
+    right = {"CoreGraphics": {"_CGEventPost"}, "libSystem": {"_open", "_pow"}, "libc++": {"__Znwm"},
+             **{f"Qt{module}": {"_x"} for module in ("Core", "Gui", "Qml", "Quick")}}
+
+    def told(self, changed):
+        return complaints(check_bundle.check_imports_with_windows({**self.right, **changed},
+                                                                  self.listed, self.more))
+
+    def test_a_program_with_windows_needs_what_they_need_and_no_more_than_is_listed(self):
+        self.assertEqual(self.told({}), [])
+        self.assertEqual(self.told({"CoreGraphics": set()}), [])
+        for changed, words in (({"libSystem": {"_open"}}, "no longer imported: _pow"),
+                               ({"libSystem": {"_pow", "_fork"}}, "not on the list: _fork"),
+                               ({"Metal": {"_x"}}, "Metal: not on the list: _x"),
+                               ({"QtGui": set()}, "nothing is imported from QtGui")):
+            told = self.told(changed)
+            self.assertEqual(len(told), 1, told)
+            self.assertIn(words, told[0])
+
+    def test_libraries_are_loaded_under_their_names_and_from_the_bundle(self):
+        listed = {QUARTZ: [], SYSTEM: []}
+        found = {QUARTZ, SYSTEM, check_bundle.FRAMEWORKS, "/usr/lib/dyld"}
+        self.assertEqual(complaints(check_bundle.check_loaded(found, listed, set())), [])
+        self.assertEqual(len(complaints(check_bundle.check_loaded(found - {SYSTEM}, listed,
+                                                                  set()))), 1)
+        self.assertEqual(len(complaints(check_bundle.check_loaded(
+            (found | {"/usr/lib/x86_64-linux-gnu/libQt6Core.so.6"}), listed, set()))), 1)
+        self.assertEqual(len(complaints(check_bundle.check_loaded(found, listed,
+                                                                  check_bundle.QT))), 1)
+
+    def test_lines_that_name_what_is_loaded_are_read(self):
+        for line in ("         name @rpath/QtGui.framework/Versions/A/QtGui (offset 24)",
+                     "         path @executable_path/../Frameworks (offset 12)"):
+            self.assertIn(check_bundle.LOADED.match(line).group(1), line)
+
+    def test_a_tag_of_the_other_library_is_no_part_of_a_name(self):
+        self.assertIn("__ZNK10QByteArray11toStdStringEv",
+                      dict(stubs.qt_libraries())["@rpath/QtCore.framework/Versions/A/QtCore"])
+
+
+class Notices(unittest.TestCase):
+    def text(self):
+        licences = (PACKAGING / "licences").glob("*.txt")
+        return (PACKAGING / "ThirdPartyNotices.txt").read_text(encoding="utf-8") + "".join(
+            f"\n\n=== {licence.stem} ===\n\n{licence.read_text(encoding='utf-8')}"
+            for licence in licences)
+
+    def test_every_licence_that_is_named_follows(self):
+        self.assertEqual(complaints(check_bundle.check_notices(self.text())), [])
+
+    def test_one_that_is_missing_or_not_named_is_told(self):
+        self.assertTrue(complaints(check_bundle.check_notices(
+            self.text().replace("=== OFL-1.1 ===", ""))))
+        self.assertTrue(complaints(check_bundle.check_notices(self.text().replace("(OFL-1.1)", ""))))
+
+
+class Checklist(unittest.TestCase):
+    """What the first tester on a Mac is told to expect is what the program prints and shows."""
+
+    def expectations(self):
+        text = (ROOT / "docs" / "macos.md").read_text(encoding="utf-8")
+        for row in text.split("## Fifteen minutes on a Mac")[1].split("\n"):
+            cells = row.split("|")
+            if len(cells) == 5 and cells[1].strip().isdigit():
+                yield int(cells[1]), re.findall(r"`([^`]+)`", cells[3]) + re.findall(
+                    r'"([^"]+)"', cells[3])
+
+    def test_every_text_is_in_the_sources_or_the_table_of_texts(self):
+        sources = "".join(path.read_text(encoding="utf-8") for folder in ("src", "resources/en.lproj")
+                          for path in sorted((ROOT / folder).rglob("*"))
+                          if path.suffix in (".cpp", ".hpp", ".mm", ".strings"))
+        steps = dict(self.expectations())
+        self.assertEqual(sorted(steps), list(range(1, 25)))
+        # What stands between the parts is put in when it is printed.
+        missing = [(number, part) for number, texts in steps.items() for text in texts
+                   for part in (p.strip(" :(") for p in re.split("…|\\d+|true|false", text))
+                   if len(part) > 2 and part not in sources
+                   and part not in ("_system", "Ticked, but not working")]
+        self.assertEqual(missing, [])
 
 
 class Icon(unittest.TestCase):

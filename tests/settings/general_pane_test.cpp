@@ -98,9 +98,10 @@ TEST(GeneralPane, AnItemThatAwaitsApprovalReadsOff) {
   EXPECT_EQ(view.openLoginItems, "");
 
   facts.loginItemStatus = LoginItemStatus::notFound;
-  EXPECT_FALSE(generalView(facts, english()).canLaunchAtLogin);
+  EXPECT_FALSE(generalView(facts, english()).launchesAtLogin);
+  EXPECT_EQ(generalView(facts, english()).approvalCaption, "");
   facts.loginItemStatus = LoginItemStatus::notRegistered;
-  EXPECT_TRUE(generalView(facts, english()).canLaunchAtLogin);
+  EXPECT_FALSE(generalView(facts, english()).launchesAtLogin);
 }
 
 TEST(GeneralPane, AHiddenIconExplainsTheWayBack) {

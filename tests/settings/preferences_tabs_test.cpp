@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 #include "settings_fixture.hpp"
 
 namespace velotap {
@@ -9,12 +11,26 @@ namespace {
 
 TEST(PreferencesTabs, StandInTheOrderOfTheirNumbers) {
   int number = 0;
+  std::string told;
   for (const PreferencesTabRow& row : preferencesTabs()) {
     EXPECT_EQ(static_cast<int>(row.tab), number++);
     EXPECT_EQ(preferencesTabLabel(row.tab), row.label);
-    EXPECT_FALSE(row.symbol.empty());
+    told += std::string(row.label) + " " + std::string(row.symbol) + "\n";
   }
-  EXPECT_EQ(number, 5);
+  EXPECT_EQ(told,
+            "General gearshape\n"
+            "Gestures hand.tap\n"
+            "Tuning slider.horizontal.3\n"
+            "Apps app.badge.checkmark\n"
+            "About info.circle\n");
+}
+
+TEST(PreferencesTabs, TheWindowHasItsSizesAndTheNameOfItsFrame) {
+  EXPECT_EQ(PreferencesWindowSize::kWidth, 560);
+  EXPECT_EQ(PreferencesWindowSize::kHeight, 600);
+  EXPECT_EQ(PreferencesWindowSize::kLeastWidth, 480);
+  EXPECT_EQ(PreferencesWindowSize::kLeastHeight, 420);
+  EXPECT_EQ(kPreferencesFrameName, "VelotapSettings");
 }
 
 TEST(PreferencesTabs, ShowingBuildsAClosedWindowInTheMiddle) {

@@ -33,6 +33,45 @@ TEST(RunningAppCandidates, AreRegularForeignAndWithoutARule) {
   EXPECT_EQ(names, (Ids{"ant", "org.x", "Zebra"}));
 }
 
+TEST(InstalledAppCandidates, AreForeignAndWithoutARuleUnderTheirNames) {
+  const auto bundle = [](std::string id, std::string name, std::string location) {
+    return ApplicationBundle{.bundleId = std::move(id),
+                             .displayName = std::move(name),
+                             .bundleName = {},
+                             .location = std::move(location)};
+  };
+  const InstalledAppCandidates candidates{
+      {bundle("z", "Zebra", "/a/z.desktop"), bundle("own", "Velotap", "/a/own.desktop"),
+       bundle("ruled", "Ruled", "/a/ruled.desktop"), bundle("", "Nameless", "/a/x.desktop"),
+       bundle("z", "Zebra", "/b/z.desktop"), bundle("org.file", "", "/a/Ant.desktop")}};
+  const std::vector<AppEntry> entries = candidates.filter({"ruled"}, "own");
+  ASSERT_EQ(entries.size(), 2U);
+  EXPECT_EQ(entries[0].name, "Ant") << "after its file";
+  EXPECT_EQ(entries[1].bundleID, "z");
+  EXPECT_EQ(entries[1].url, "/a/z.desktop");
+}
+
+TEST(RunningAppsChooser, SaysWhatItOffers) {
+  const RunningAppsView running = RunningAppsChooser({}).view(english());
+  EXPECT_EQ(running.title, "Running Apps");
+  EXPECT_EQ(running.message, "");
+  EXPECT_EQ(running.searchPlaceholder, "Search running apps");
+  EXPECT_EQ(running.empty, "No other apps to add");
+  EXPECT_EQ(running.fileTitle, "");
+  RunningAppsChooser sheet({}, AppsOffered::installed);
+  EXPECT_EQ(sheet.offered(), AppsOffered::installed);
+  const RunningAppsView installed = sheet.view(english());
+  EXPECT_EQ(installed.title, "Applications");
+  EXPECT_EQ(installed.message, "Choose one or more apps to add.");
+  EXPECT_EQ(installed.searchPlaceholder, "Search apps");
+  EXPECT_EQ(installed.fileTitle, "Choose a File…");
+  EXPECT_EQ(installed.empty, "No other apps to add");
+  sheet.refresh({{.bundleID = "org.x", .name = "X", .url = {}}});
+  EXPECT_EQ(sheet.view(english()).empty, "");
+  sheet.setQuery("zzz");
+  EXPECT_EQ(sheet.view(english()).empty, "No apps match the search");
+}
+
 RunningAppsChooser chooser() {
   return RunningAppsChooser(RunningAppCandidates{
       {regular("a", "Ant"), regular("b", "Bee"),

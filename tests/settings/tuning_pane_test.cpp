@@ -203,6 +203,32 @@ TEST_F(TuningPaneTest, EvidenceFollowsTheSliders) {
   EXPECT_EQ(view().leftEdge.evidence, "Recent one-finger clicks inside the band: 4 of 5");
 }
 
+TEST_F(TuningPaneTest, PinchesAndClicksAreEvidenceAsSoonAsTheyHappen) {
+  log.keepClick({0.5F, 0.5F});
+  desktop.mainQueue.runDue();
+  EXPECT_EQ(changes, 1);
+  EXPECT_EQ(view().leftEdge.evidence, "Recent one-finger clicks inside the band: 1 of 1");
+  pane.setPaused(true);
+  log.keepClick({0.9F, 0.5F});
+  desktop.mainQueue.runDue();
+  EXPECT_EQ(changes, 1);
+  EXPECT_EQ(view().leftEdge.evidence, "Recent one-finger clicks inside the band: 1 of 1");
+  pane.setPaused(false);
+  EXPECT_EQ(view().leftEdge.evidence, "Recent one-finger clicks inside the band: 1 of 2");
+}
+
+TEST_F(TuningPaneTest, FineStepsLeadFromWhereTheValueIs) {
+  settings.defaults.set("maxTapDurationMs", 305);
+  pane.decrement(TuningValue::maxTapDuration);
+  EXPECT_EQ(pane.snapshot().maxTapDurationMs, 295);
+  settings.defaults.set("maxTapDrift", 0.0612);
+  pane.increment(TuningValue::maxTapDrift);
+  EXPECT_EQ(pane.snapshot().maxTapDrift, 0.0712);
+  settings.defaults.set("maxTapDrift", 0.145);
+  pane.increment(TuningValue::maxTapDrift);
+  EXPECT_EQ(pane.snapshot().maxTapDrift, 0.15) << "as far as the range goes";
+}
+
 TEST_F(TuningPaneTest, FiltersAreReset) {
   pane.setFilter({.device = "mouse", .outcome = "rejected", .newestFirst = false});
   EXPECT_EQ(view().taps.filters.title, "Filter (3 active)");

@@ -2,6 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
+#include <csignal>
 #include <iostream>
 
 #include "adapters/macos/desktop/mac_desktop.hpp"
@@ -115,6 +116,8 @@ void tellUnknown(const CommandLine& line) {
 }
 
 int runApplication(int& argc, char** argv) {
+  // Whoever read the diagnostic lines may go; that is no reason to stop working.
+  std::signal(SIGPIPE, SIG_IGN);
   MacDesktop desktop(Config::debug(), settingKeys());
   Platform::setCurrent(desktop.platform());
   ShellPlatform::setCurrent(desktop.shellPlatform());
@@ -142,8 +145,8 @@ int runApplication(int& argc, char** argv) {
       }));
   windows->connect(application);
   application.delegate().steps.installCrashReporter = [&application] {
-    application.crashReporter().install();
     recordUncaughtExceptions(application.crashReporter().logPath());
+    application.crashReporter().install();
   };
   VelotapApplicationDelegate* delegate =
       [[VelotapApplicationDelegate alloc] initWithDelegate:&application.delegate()

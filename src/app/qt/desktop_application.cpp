@@ -1,5 +1,7 @@
 #include "app/qt/desktop_application.hpp"
 
+#include <malloc.h>
+
 #include <QApplication>
 #include <QClipboard>
 #include <QDBusConnection>
@@ -9,13 +11,13 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QPalette>
-#include <QSaveFile>
 #include <QStyle>
 #include <QSysInfo>
 #include <QUrl>
 #include <QVariantMap>
 #include <utility>
 
+#include "adapters/qt/desktop/text_file.hpp"
 #include "platform/shell_platform.hpp"
 #include "settings/window/values.hpp"
 
@@ -49,9 +51,7 @@ std::vector<std::string> chooseApplications(const std::string& message) {
 bool saveText(std::string_view name, const std::string& text) {
   const QString path = QFileDialog::getSaveFileName(nullptr, {}, qt(name));
   if (path.isEmpty()) return true;
-  QSaveFile file(path);
-  const QByteArray bytes = QByteArray::fromStdString(text);
-  return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+  return writeTextFile(path, text);
 }
 
 std::string notices() {
@@ -86,12 +86,20 @@ DesktopApplication::DesktopApplication(ViewContext& context, Desktop desktop)
       statusItem_(application_.trayMenu(), [this] { tellThatTrayIsMissing(); }),
       onboardingWindow_(application_.onboarding(), context, [this] { settings_.showPractice(); }),
       panes_(application_, panesDesktop(), [this](PreferencesTab tab) { showPane(tab); }),
-      settings_(context, panes_.effects(desktop_.frameFile)) {
+      settings_(context, settingsEffects()) {
   application_.trayMenu().setView(statusItem_.view());
   application_.onboarding().setView(onboardingWindow_.view());
   QObject::connect(&appearance_, &DesktopAppearance::changed, &appearance_,
                    [this] { followAppearance(); });
   followAppearance();
+}
+
+SettingsWindow::Effects DesktopApplication::settingsEffects() {
+  SettingsWindow::Effects effects = panes_.effects(desktop_.frameFile);
+  // What a window took the C library would keep for the next.
+  effects.closed = [] { malloc_trim(0); };
+  effects.quit = [] { QCoreApplication::quit(); };
+  return effects;
 }
 
 Application::Surroundings DesktopApplication::surroundings() {
@@ -182,7 +190,8 @@ SettingsPanes::Desktop DesktopApplication::panesDesktop() {
                 const bool hidden = desktop_.facts().frontTeller == FrontTeller::nobody;
                 return AppsPane::Options{.compatibility = compatibilityAppsOfLinux(),
                                          .suggestsInstalledOnly = true,
-                                         .hidesFrontApplication = hidden};
+                                         .hidesFrontApplication = hidden,
+                                         .listsInstalled = true};
               },
           .facts = [this] { return desktopFacts(); },
           .answersTouchpads = true,

@@ -43,6 +43,7 @@ class DesktopApplication {
   [[nodiscard]] Application::Surroundings surroundings();
   [[nodiscard]] ApplicationEffects effects();
   [[nodiscard]] SettingsPanes::Desktop panesDesktop();
+  [[nodiscard]] SettingsWindow::Effects settingsEffects();
   [[nodiscard]] DesktopFacts desktopFacts() const;
   void showPane(PreferencesTab tab);
   void followAppearance();

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "settings/window/settings_window.hpp"
 #include "settings/window/values.hpp"
+#include "settings/window/view.hpp"
 
 namespace velotap {
 namespace {
@@ -83,7 +83,7 @@ Onboarding::View OnboardingWindow::view() {
 void OnboardingWindow::create(const std::string& title, double maximumHeight) {
   maximumHeight_ = maximumHeight;
   object_ = std::make_unique<OnboardingObject>(model_);
-  window_ = makeView();
+  window_ = makeView(context_);
   window_->setColor(context_.palette().value(QStringLiteral("window")).value<QColor>());
   window_->setTitle(qt(title));
   // Window managers give dialogues a title and a way to close them, and nothing else.

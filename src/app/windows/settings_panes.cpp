@@ -1,5 +1,6 @@
 #include "app/windows/settings_panes.hpp"
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <utility>
@@ -61,6 +62,7 @@ SettingsWindow::Effects SettingsPanes::effects(const QString& frameFile) {
                     Controller::shared().observeRunning([changed](bool) { changed(); }));
                 observations.push_back(
                     Permissions::shared().observeGranted([changed](bool) { changed(); }));
+                observations.push_back(Updater::shared().observe(changed));
                 return observations;
               },
           .frameFile = frameFile};
@@ -84,11 +86,16 @@ GeneralFacts SettingsPanes::generalFacts() const {
 }
 
 GestureFacts SettingsPanes::gestureFacts() const {
+  const DesktopFacts desktop = desktop_.facts();
   GestureFacts facts = {.enabled = Config::shared().enabled(),
                         .accessibilityGranted = Permissions::shared().granted(),
-                        .permissionIsSetUpHere = desktop_.facts().accessByRule,
+                        .permissionIsSetUpHere = desktop.accessByRule,
                         .listenersRunning = Controller::shared().isRunning(),
                         .connectedDevices = TouchEngine::shared().connectedDeviceClasses()};
+  // A mouse that gives no touches could not be handled, were it the only one.
+  facts.mouseAvailable = !desktop.mouseWithoutDriver ||
+                         std::find(facts.connectedDevices.begin(), facts.connectedDevices.end(),
+                                   DeviceClass::magicMouse) != facts.connectedDevices.end();
   if (desktop_.answersTouchpads) {
     const SystemPreferences& system = Platform::current().systemPreferences;
     facts.desktopClicks = DesktopClicks{
@@ -100,11 +107,20 @@ GestureFacts SettingsPanes::gestureFacts() const {
 
 void SettingsPanes::setEnabled(bool on) {
   defaults().set(keys::kEnabled, on);
+  application_.trayMenu().updateIcon();
+}
+
+void SettingsPanes::synchronizeEnabled() {
   synchronizeEnabledState({.refreshPermission = [] { Permissions::shared().refresh(); },
                            .enabled = [] { return Config::shared().enabled(); },
                            .listenersRunning = [] { return Controller::shared().isRunning(); },
                            .startController = [] { Controller::shared().start(); }});
-  application_.trayMenu().updateIcon();
+}
+
+// Where the permission is a matter of a rule, the program itself puts it up.
+void SettingsPanes::openAccessibilitySettings() {
+  if (desktop_.facts().accessByRule) return application_.onboarding().show();
+  openUrl(std::string(kAccessibilitySettingsUrl), {});
 }
 
 void SettingsPanes::toggleLaunchAtLogin() {
@@ -176,6 +192,7 @@ void SettingsPanes::make(PanesObject& panes) {
        .showPane = [this](PreferencesTab tab) { show_(tab); },
        .chooseDevice = [this](GestureDevice device) { selection_.setDevice(device); },
        .setEnabled = [this](bool on) { setEnabled(on); },
+       .synchronizeEnabled = &SettingsPanes::synchronizeEnabled,
        .setUpAccessibility = [this] { application_.onboarding().show(); },
        .startListeners = [] { Controller::shared().start(); },
        .toggleLaunchAtLogin = &SettingsPanes::toggleLaunchAtLogin,
@@ -193,7 +210,7 @@ void SettingsPanes::make(PanesObject& panes) {
       defaults(), selection_,
       {.texts = words,
        .facts = [this] { return gestureFacts(); },
-       .openAccessibilitySettings = [this] { application_.onboarding().show(); },
+       .openAccessibilitySettings = [this] { openAccessibilitySettings(); },
        .startListeners = [] { Controller::shared().start(); },
        .showGeneral = [this] { show_(PreferencesTab::general); },
        .didEnable =

@@ -59,6 +59,8 @@ class SettingsPanes {
   [[nodiscard]] GestureFacts gestureFacts() const;
   [[nodiscard]] SupportFacts supportFacts() const;
   void setEnabled(bool on);
+  static void synchronizeEnabled();
+  void openAccessibilitySettings();
   static void toggleLaunchAtLogin();
 
   Application& application_;

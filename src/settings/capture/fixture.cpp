@@ -11,6 +11,10 @@ namespace {
 // A day on which nothing happened: 12 March 2024, 10:42 universal time.
 constexpr std::int64_t kNow = 1'710'240'120;
 constexpr std::int64_t kTwoDays = 2 * 86'400;
+constexpr const char* kNotices =
+    "Velotap contains or uses the software below.\n\n=== Example Library ===\n\n"
+    "Permission is hereby granted, free of charge, to any person obtaining a copy of this example, "
+    "to show it in pictures.\n";
 
 WindowObject* windowOf(PanesObject& panes) {
   return qobject_cast<WindowObject*>(panes.window);
@@ -92,6 +96,7 @@ GeneralEffects Fixture::generalEffects(PanesObject& panes) {
           .showPane = [&panes](PreferencesTab tab) { show(panes, tab); },
           .chooseDevice = [this](GestureDevice device) { selection_.setDevice(device); },
           .setEnabled = [this](bool on) { generalFacts.enabled = on; },
+          .synchronizeEnabled = [] {},
           .setUpAccessibility = [this] { generalFacts.accessibilityGranted = true; },
           .startListeners = [this] { generalFacts.listenersRunning = true; },
           .toggleLaunchAtLogin =
@@ -137,7 +142,7 @@ TuningEffects Fixture::tuningEffects(PanesObject& panes) {
 AppsEffects Fixture::appsEffects() {
   return {.config = config_,
           .applications = applications_,
-          .options = {},
+          .options = {.listsInstalled = true},
           .ownBundleID = "app.norwend.velotap",
           .texts = [this] { return texts(); },
           .announce = [](const std::string&) {},
@@ -169,7 +174,7 @@ AboutEffects Fixture::aboutEffects() {
                           },
                       .copy = [](const std::string&) { return true; }},
           .save = [](std::string_view, const std::string&) { return true; },
-          .notices = [] { return std::string(); }};
+          .notices = [] { return std::string(kNotices); }};
 }
 
 void Fixture::makePanes(PanesObject& panes) {

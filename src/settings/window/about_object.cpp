@@ -47,29 +47,36 @@ void AboutObject::refresh() {
   const AboutView view = aboutView(facts.build, effects_.canCheckForUpdates(), texts);
   const SupportSnapshotView snapshot = supportSnapshotView(facts, texts);
   const AcknowledgementsView notices = acknowledgementsView(notices_, texts);
-  setState(fields({{"name", view.name},
-                   {"tagline", view.tagline},
-                   {"version", view.versionLine},
-                   {"notice", view.notice},
-                   {"updates", view.checkForUpdates},
-                   {"canCheck", view.canCheckForUpdates},
-                   {"contact", view.contactSupport},
-                   {"copyAddress", view.copyAddress},
-                   {"snapshotTitle", view.supportSnapshot},
-                   {"feedback", feedback_},
-                   {"links", linksState(view)},
-                   {"snapshot", fields({{"title", snapshot.title},
-                                        {"privacy", snapshot.caption},
-                                        {"text", snapshot.text},
-                                        {"copy", snapshot.copyTitle},
-                                        {"save", snapshot.saveTitle},
-                                        {"feedback", snapshotFeedback_},
-                                        {"done", snapshot.done}})},
-                   {"notices", fields({{"title", notices.title},
-                                       {"find", notices.hint},
-                                       {"clear", texts("Clear search")},
-                                       {"text", notices.text},
-                                       {"done", notices.done}})}}));
+  std::string feedback;
+  for (const SupportContact::Feedback each : feedback_) {
+    feedback += (feedback.empty() ? "" : " ") + texts(SupportContact::key(each));
+  }
+  setState(fields(
+      {{"name", view.name},
+       {"tagline", view.tagline},
+       {"version", view.versionLine},
+       {"notice", view.notice},
+       {"updates", view.checkForUpdates},
+       {"canCheck", view.canCheckForUpdates},
+       {"contact", view.contactSupport},
+       {"copyAddress", view.copyAddress},
+       {"snapshotTitle", view.supportSnapshot},
+       {"feedback", feedback},
+       {"links", linksState(view)},
+       {"snapshot",
+        fields({{"title", snapshot.title},
+                {"privacy", snapshot.caption},
+                {"text", snapshot.text},
+                {"copy", snapshot.copyTitle},
+                {"save", snapshot.saveTitle},
+                {"feedback", snapshotFeedback_.empty() ? std::string() : texts(snapshotFeedback_)},
+                {"done", snapshot.done}})},
+       {"notices", fields({{"title", notices.title},
+                           {"find", notices.hint},
+                           {"search", notices.search},
+                           {"clear", texts("Clear search")},
+                           {"text", notices.text},
+                           {"done", notices.done}})}}));
 }
 
 void AboutObject::checkForUpdates() {
@@ -86,17 +93,12 @@ void AboutObject::contactSupport() {
 }
 
 void AboutObject::showFeedback(const std::vector<SupportContact::Feedback>& feedback) {
-  const Texts texts = effects_.texts();
-  feedback_.clear();
-  for (const auto each : feedback) {
-    if (!feedback_.empty()) feedback_ += ' ';
-    feedback_ += texts(SupportContact::key(each));
-  }
+  feedback_ = feedback;
   refresh();
 }
 
 void AboutObject::copyAddress() {
-  feedback_ = effects_.texts()(SupportContact::key(SupportContact::copyAddress(effects_.contact)));
+  feedback_ = {SupportContact::copyAddress(effects_.contact)};
   refresh();
 }
 
@@ -107,23 +109,22 @@ void AboutObject::openPage(const QString& name) {
 }
 
 void AboutObject::openSnapshot() {
-  snapshotFeedback_.clear();
+  snapshotFeedback_ = {};
   refresh();
 }
 
 void AboutObject::copySnapshot() {
   const Texts texts = effects_.texts();
   const bool copied = effects_.contact.copy(SupportSnapshot::text(effects_.facts(), texts));
-  snapshotFeedback_ = texts(SupportSnapshot::key(copied ? SupportSnapshot::CopyFeedback::copied
-                                                        : SupportSnapshot::CopyFeedback::failed));
+  snapshotFeedback_ = SupportSnapshot::key(copied ? SupportSnapshot::CopyFeedback::copied
+                                                  : SupportSnapshot::CopyFeedback::failed);
   refresh();
 }
 
 void AboutObject::saveSnapshot() {
-  const Texts texts = effects_.texts();
-  const SupportFacts facts = effects_.facts();
-  const bool fine = effects_.save(SupportSnapshot::kFileName, SupportSnapshot::text(facts, texts));
-  snapshotFeedback_ = fine ? std::string() : supportSnapshotView(facts, texts).saveError;
+  const std::string text = SupportSnapshot::text(effects_.facts(), effects_.texts());
+  const bool fine = effects_.save(SupportSnapshot::kFileName, text);
+  snapshotFeedback_ = fine ? std::string_view() : SupportSnapshot::kSaveErrorKey;
   refresh();
 }
 

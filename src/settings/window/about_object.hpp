@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "settings/about_pane.hpp"
@@ -46,9 +47,9 @@ class AboutObject : public PaneObject {
   void showFeedback(const std::vector<SupportContact::Feedback>& feedback);
 
   AboutEffects effects_;
-  std::string feedback_;
-  std::string snapshotFeedback_;
-  std::string notices_;  // read when they are shown
+  std::vector<SupportContact::Feedback> feedback_;
+  std::string_view snapshotFeedback_;  // a key, so that it follows the language
+  std::string notices_;                // read when they are shown
 };
 
 }  // namespace velotap

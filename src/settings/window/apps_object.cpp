@@ -36,14 +36,23 @@ QVariantMap ruleRow(const AppRow& row, const std::string& icon) {
 }
 
 QVariantMap listStates(const AppsView& view) {
-  const QVariantMap absent = fields({{"title", ""}, {"none", ""}, {"visible", false}});
+  const QVariantMap absent = fields({{"title", ""}, {"none", ""}, {"add", ""}, {"visible", false}});
   QVariantMap lists = fields({{kIgnored, absent}, {kZoom, absent}});
   for (const AppListView& list : view.lists) {
     const char* name = list.list == AppRuleList::ignored ? kIgnored : kZoom;
-    lists.insert(QLatin1String(name),
-                 fields({{"title", list.title}, {"none", list.empty}, {"visible", true}}));
+    lists.insert(QLatin1String(name), fields({{"title", list.title},
+                                              {"none", list.empty},
+                                              {"add", list.addTitle},
+                                              {"visible", true}}));
   }
   return lists;
+}
+
+QVariantMap addingState(const AppsView& view) {
+  return fields({{"title", view.addTitle},
+                 {"choose", view.chooseTitle},
+                 {"listsInstalled", view.listsInstalled},
+                 {"running", view.runningTitle}});
 }
 
 }  // namespace
@@ -76,22 +85,21 @@ void AppsObject::show() {
        {"filter", filterState(view)},
        {"count", view.count},
        {"message", view.feedback},
-       {"messageNote", view.undoTitle.empty() ? std::string() : view.undoNote},
-       {"undo", view.undoTitle},
+       {"undo",
+        fields({{"text", view.undoText}, {"note", view.undoNote}, {"action", view.undoTitle}})},
        {"lists", listStates(view)},
        {"empty", fields({{"shown", !view.noMatches.empty()},
                          {"title", view.noMatches},
                          {"text", view.noMatchesHint},
                          {"action", view.resetTitle}})},
-       {"choose", view.chooseTitle},
+       {"adding", addingState(view)},
        {"removeVisible", fields({{"title", view.removeVisibleTitle},
                                  {"possible", view.canRemoveVisible},
                                  {"question", view.removeVisible.title},
                                  {"note", view.removeVisible.message},
                                  {"confirm", view.removeVisible.confirm},
                                  {"cancel", view.removeVisible.cancel}})},
-       {"suggestions", fields({{"title", view.suggestionsTitle}, {"none", view.noSuggestions}})},
-       {"runningTitle", view.runningTitle}}));
+       {"suggestions", fields({{"title", view.suggestionsTitle}, {"none", view.noSuggestions}})}}));
   showRunning();
 }
 
@@ -106,14 +114,14 @@ QVariantMap AppsObject::filterState(const AppsView& view) const {
   const AppRuleFilter& filter = pane_.filter();
   const QVariantList pickers{
       picker("type", view.ruleTypeTitle, filter.ruleType, view.ruleTypes),
-      picker("availability", view.availabilityTitle, filter.availability, view.availabilities),
-      picker("sort", view.sortTitle, view.sort, view.sorts)};
+      picker("availability", view.availabilityTitle, filter.availability, view.availabilities)};
   return fields(
       {{"title", view.filters.title},
        {"active", filter.activeCount()},
        {"reset", view.filters.resetTitle},
        {"pickers", pickers},
        {"overridden", fields({{"title", view.overriddenTitle}, {"on", filter.overriddenOnly}})},
+       {"sort", picker("sort", view.sortTitle, view.sort, view.sorts)},
        {"identifiers", fields({{"title", view.identifiersTitle}, {"on", view.showsIdentifiers}})}});
 }
 
@@ -129,9 +137,11 @@ QVariantMap AppsObject::makeRunningState(const Texts& texts) {
   }
   running_.sync(rows);
   return fields({{"title", view.title},
+                 {"message", view.message},
                  {"hint", view.searchPlaceholder},
                  {"clear", texts("Clear search")},
                  {"query", runningQuery_},
+                 {"file", view.fileTitle},
                  {"none", view.empty},
                  {"count", view.selectedText},
                  {"selectVisible", view.selectVisibleTitle},
@@ -194,10 +204,17 @@ void AppsObject::resetFilters() {
   refresh();
 }
 
-void AppsObject::chooseApplications(const QString& list) {
-  const Texts texts = effects_.texts();
-  pane_.add(listOf(list), effects_.choose(pane_.view(texts).chooseMessage), texts);
+void AppsObject::choose(AppRuleList list) {
+  pane_.add(list, effects_.choose(effects_.texts()("Choose one or more apps to add.")));
   refresh();
+}
+
+void AppsObject::chooseApplications(const QString& list) {
+  choose(listOf(list));
+}
+
+void AppsObject::chooseFile() {
+  choose(runningFor_);
 }
 
 void AppsObject::remove(const QString& list, const QString& bundleID) {
@@ -216,7 +233,7 @@ void AppsObject::undo() {
 }
 
 void AppsObject::resolve(const QString& bundleID) {
-  pane_.resolve(bundleID.toStdString(), effects_.texts());
+  pane_.resolve(bundleID.toStdString());
   refresh();
 }
 
@@ -231,23 +248,37 @@ void AppsObject::copyIdentifier(const QString& bundleID) {
 }
 
 void AppsObject::addSuggestion(const QString& bundleID) {
-  pane_.addSuggestion(bundleID.toStdString(), effects_.texts());
+  pane_.addSuggestion(bundleID.toStdString());
   refresh();
 }
 
-std::vector<AppEntry> AppsObject::candidates() const {
+std::vector<AppEntry> AppsObject::candidates(AppsOffered offered) const {
   const std::vector<std::string> present = runningFor_ == AppRuleList::ignored
                                                ? effects_.config.ignoredApps()
                                                : effects_.config.keystrokeZoomApps();
-  return RunningAppCandidates{effects_.applications.running()}.filter(present,
-                                                                      effects_.ownBundleID);
+  Applications& applications = effects_.applications;
+  switch (offered) {
+    case AppsOffered::running:
+      break;
+    case AppsOffered::installed:
+      return InstalledAppCandidates{applications.installed()}.filter(present, effects_.ownBundleID);
+  }
+  return RunningAppCandidates{applications.running()}.filter(present, effects_.ownBundleID);
+}
+
+void AppsObject::openChooser(const QString& list, AppsOffered offered) {
+  runningFor_ = listOf(list);
+  runningQuery_.clear();
+  chooser_ = RunningAppsChooser(candidates(offered), offered);
+  showRunning();
 }
 
 void AppsObject::openRunning(const QString& list) {
-  runningFor_ = listOf(list);
-  runningQuery_.clear();
-  chooser_ = RunningAppsChooser(candidates());
-  showRunning();
+  openChooser(list, AppsOffered::running);
+}
+
+void AppsObject::openInstalled(const QString& list) {
+  openChooser(list, AppsOffered::installed);
 }
 
 void AppsObject::setRunningQuery(const QString& query) {
@@ -272,12 +303,12 @@ void AppsObject::clearSelection() {
 }
 
 void AppsObject::refreshRunning() {
-  chooser_.refresh(candidates());
+  chooser_.refresh(candidates(chooser_.offered()));
   showRunning();
 }
 
 void AppsObject::addRunning() {
-  pane_.add(runningFor_, chooser_.selection(), effects_.texts());
+  pane_.add(runningFor_, chooser_.selection());
   refresh();
 }
 

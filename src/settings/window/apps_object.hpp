@@ -67,6 +67,10 @@ class AppsObject : public PaneObject {
   Q_INVOKABLE void addSuggestion(const QString& bundleID);
 
   Q_INVOKABLE void openRunning(const QString& list);
+  /// The same with everything that is installed; the other calls go on with what was opened last.
+  Q_INVOKABLE void openInstalled(const QString& list);
+  /// For what is not listed: the system's panel, for the list that the sheet was opened for.
+  Q_INVOKABLE void chooseFile();
   Q_INVOKABLE void setRunningQuery(const QString& query);
   Q_INVOKABLE void toggleRunning(const QString& bundleID);
   Q_INVOKABLE void selectVisible();
@@ -84,7 +88,9 @@ class AppsObject : public PaneObject {
   void showRows(const AppsView& view);
   [[nodiscard]] QVariantMap filterState(const AppsView& view) const;
   [[nodiscard]] QVariantMap makeRunningState(const Texts& texts);
-  [[nodiscard]] std::vector<AppEntry> candidates() const;
+  [[nodiscard]] std::vector<AppEntry> candidates(AppsOffered offered) const;
+  void openChooser(const QString& list, AppsOffered offered);
+  void choose(AppRuleList list);
 
   AppsEffects effects_;
   AppsPane pane_;

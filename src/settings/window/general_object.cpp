@@ -37,8 +37,13 @@ QVariantMap statusState(const GeneralStatusCard& card) {
 
 QVariantMap readinessState(const GeneralView& view) {
   bool met = true;
-  for (const ReadinessRow& row : view.readinessRows) met = met && row.met;
+  std::string status;
+  for (const ReadinessRow& row : view.readinessRows) {
+    if (status.empty() || (met && !row.met)) status = row.status;
+    met = met && row.met;
+  }
   return fields({{"title", view.readinessTitle},
+                 {"status", status},
                  {"symbol", met ? "checkmark.circle.fill" : "exclamationmark.circle"},
                  {"tone", met ? "good" : "warning"}});
 }
@@ -48,7 +53,6 @@ QVariantMap startupState(const GeneralView& view, const Confirmation& question) 
                  {"launch", fields({{"title", view.launchTitle},
                                     {"caption", view.approvalCaption},
                                     {"on", view.launchesAtLogin},
-                                    {"possible", view.canLaunchAtLogin},
                                     {"action", view.openLoginItems}})},
                  {"leftClick", fields({{"title", view.leftClickTitle},
                                        {"caption", view.leftClickCaption},
@@ -88,9 +92,17 @@ GeneralObject::GeneralObject(GeneralEffects effects, QObject* parent)
   refresh();
 }
 
+// Listeners that the switch starts are facts too, so these are asked for again.
+GeneralFacts GeneralObject::facts() {
+  GeneralFacts now = effects_.facts();
+  if (std::exchange(enabled_, now.enabled).value_or(now.enabled) == now.enabled) return now;
+  effects_.synchronizeEnabled();
+  return effects_.facts();
+}
+
 void GeneralObject::refresh() {
   const Texts texts = effects_.texts();
-  view_ = generalView(effects_.facts(), texts);
+  view_ = generalView(facts(), texts);
   search_ = settingsSearchView(query_, texts);
   showRows();
   setState(fields({{"search", searchState(search_, query_)},

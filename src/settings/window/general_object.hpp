@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "settings/general_pane.hpp"
@@ -18,6 +19,8 @@ struct GeneralEffects {
   std::function<void(PreferencesTab)> showPane;
   std::function<void(GestureDevice)> chooseDevice;
   std::function<void(bool)> setEnabled;
+  /// The master switch changed, here or anywhere else.
+  std::function<void()> synchronizeEnabled;
   std::function<void()> setUpAccessibility;
   std::function<void()> startListeners;
   std::function<void()> toggleLaunchAtLogin;
@@ -28,7 +31,7 @@ struct GeneralEffects {
   std::function<void()> checkForUpdates;
 };
 
-class GeneralObject : public PaneObject {
+class GeneralObject final : public PaneObject {
   Q_OBJECT
   Q_PROPERTY(velotap::RowModel* results READ results CONSTANT)
   Q_PROPERTY(velotap::RowModel* readiness READ readiness CONSTANT)
@@ -65,10 +68,11 @@ class GeneralObject : public PaneObject {
 
  private:
   void perform(GeneralAction action);
-  void showSearch(const Texts& texts);
   void showRows();
+  [[nodiscard]] GeneralFacts facts();
 
   GeneralEffects effects_;
+  std::optional<bool> enabled_;
   std::string query_;
   GeneralView view_;
   SettingsSearchView search_;

@@ -18,7 +18,7 @@ struct GesturesEffects {
   GesturesPane::DidEnable didEnable;
 };
 
-class GesturesObject : public PaneObject {
+class GesturesObject final : public PaneObject {
   Q_OBJECT
   Q_PROPERTY(velotap::RowModel* middle READ middle CONSTANT)
   Q_PROPERTY(velotap::RowModel* more READ more CONSTANT)

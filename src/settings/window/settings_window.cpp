@@ -6,15 +6,12 @@
 #include <QSettings>
 #include <utility>
 
-#include "settings/views/bridge/image_providers.hpp"
 #include "settings/window/values.hpp"
 
 namespace velotap {
 namespace {
 
 constexpr int kRefreshMs = 1000;
-
-const QString kModulePath = QStringLiteral(":/velotap/qml");
 
 QString frameKey() {
   return qt(kPreferencesFrameName);
@@ -31,30 +28,15 @@ bool canBeReached(const QRect& frame) {
 
 }  // namespace
 
-std::unique_ptr<QQuickView> makeView() {
-  // A settings window needs no graphics processor. Qt listens only before its first window.
-  static const bool kChosen = [] {
-    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    return true;
-  }();
-  static_cast<void>(kChosen);
-  auto view = std::make_unique<QQuickView>();
-  view->engine()->addImportPath(kModulePath);
-  view->engine()->addImageProvider(QStringLiteral("glyph"), new GlyphProvider);
-  view->engine()->addImageProvider(QStringLiteral("application"), new ApplicationIconProvider);
-  view->setResizeMode(QQuickView::SizeRootObjectToView);
-  return view;
-}
-
-QUrl viewUrl(const QString& component) {
-  return QUrl(QStringLiteral("qrc:/velotap/qml/Velotap/panes/%1.qml").arg(component));
-}
-
 SettingsWindow::SettingsWindow(ViewContext& context, Effects effects)
     : context_(context), effects_(std::move(effects)) {
   everySecond_.setInterval(kRefreshMs);
   QObject::connect(&everySecond_, &QTimer::timeout, &everySecond_, [this] {
     if (PaneObject* pane = paneOfFacts()) pane->refresh();
+  });
+  onceClosed_.setSingleShot(true);
+  QObject::connect(&onceClosed_, &QTimer::timeout, &onceClosed_, [this] {
+    if (view_ && !view_->isVisible()) drop();
   });
 }
 
@@ -85,12 +67,19 @@ void SettingsWindow::showPractice() {
 
 void SettingsWindow::build() {
   panes_ = std::make_unique<PanesObject>();
-  window_ = new WindowObject(
-      effects_.texts, [this] { close(); }, panes_.get());
+  window_ = new WindowObject(effects_.texts,
+                             {.close = [this] { close(); },
+                              .minimise = [this] { view_->showMinimized(); },
+                              .quit =
+                                  [this] {
+                                    if (effects_.quit) effects_.quit();
+                                  }},
+                             panes_.get());
   panes_->window = window_;
   effects_.makePanes(*panes_);
-  view_ = makeView();
-  view_->setColor(context_.palette().value(QStringLiteral("window")).value<QColor>());
+  view_ = makeView(context_);
+  followLook();
+  QObject::connect(&context_, &ViewContext::lookChanged, view_.get(), [this] { followLook(); });
   view_->setMinimumSize({PreferencesWindowSize::kLeastWidth, PreferencesWindowSize::kLeastHeight});
   view_->resize(PreferencesWindowSize::kWidth, PreferencesWindowSize::kHeight);
   if (!restoreFrame()) centre();
@@ -100,16 +89,11 @@ void SettingsWindow::build() {
   retitle();
   QObject::connect(window_, &PaneObject::stateChanged, view_.get(), [this] { retitle(); });
   QObject::connect(window_, &WindowObject::tabChanged, view_.get(), [this] { followFacts(); });
+  QObject::connect(view_.get(), &QWindow::visibilityChanged, view_.get(),
+                   [this] { followFacts(); });
   QObject::connect(view_.get(), &QWindow::visibleChanged, view_.get(), [this](bool visible) {
-    followFacts();
     // The window may still be in the middle of closing.
-    if (visible) return;
-    QMetaObject::invokeMethod(
-        &everySecond_,
-        [this] {
-          if (view_ && !view_->isVisible()) drop();
-        },
-        Qt::QueuedConnection);
+    if (!visible) onceClosed_.start();
   });
   observations_ = effects_.observe([this] {
     if (panes_) panes_->refresh();
@@ -122,12 +106,19 @@ void SettingsWindow::close() {
 
 void SettingsWindow::drop() {
   everySecond_.stop();
+  onceClosed_.stop();
   if (!view_) return;
   rememberFrame();
   observations_.clear();
   view_.reset();
   window_ = nullptr;
   panes_.reset();
+  if (effects_.closed) effects_.closed();
+}
+
+// What shows where the window grew and the pane was not drawn yet.
+void SettingsWindow::followLook() {
+  view_->setColor(context_.palette().value(QStringLiteral("window")).value<QColor>());
 }
 
 void SettingsWindow::retitle() {
@@ -140,7 +131,7 @@ void SettingsWindow::refreshLocalizedLabels() {
 
 // These show facts that have no notices of their own: devices, permission, what starts at login.
 PaneObject* SettingsWindow::paneOfFacts() const {
-  if (!view_ || !view_->isVisible()) return nullptr;
+  if (!view_ || !view_->isVisible() || view_->visibility() == QWindow::Minimized) return nullptr;
   if (window_->tab() == PreferencesTab::general) return qobject_cast<PaneObject*>(panes_->general);
   if (window_->tab() == PreferencesTab::gestures) {
     return qobject_cast<PaneObject*>(panes_->gestures);

@@ -5,8 +5,6 @@
 // thread. The view context outlives the window.
 #pragma once
 
-#include <QQmlEngine>
-#include <QQuickView>
 #include <QString>
 #include <QTimer>
 #include <functional>
@@ -16,13 +14,10 @@
 #include "base/observer_list.hpp"
 #include "settings/preferences_tabs.hpp"
 #include "settings/views/bridge/view_context.hpp"
+#include "settings/window/view.hpp"
 #include "settings/window/window_object.hpp"
 
 namespace velotap {
-
-/// A view ready to show one of our roots: drawn by the processor, with our pictures.
-[[nodiscard]] std::unique_ptr<QQuickView> makeView();
-[[nodiscard]] QUrl viewUrl(const QString& component);
 
 class SettingsWindow {
  public:
@@ -33,6 +28,10 @@ class SettingsWindow {
     /// Subscribes to whatever changes what the panes show.
     std::function<std::vector<Observation>(std::function<void()> changed)> observe;
     QString frameFile;  ///< remembers the place and size; empty: nothing does
+    /// The window and all that belonged to it are gone.
+    std::function<void()> closed = nullptr;
+    /// Ends the program; for systems on which no menu does.
+    std::function<void()> quit = nullptr;
   };
 
   SettingsWindow(ViewContext& context, Effects effects);
@@ -47,10 +46,13 @@ class SettingsWindow {
   [[nodiscard]] QQuickView* view() { return view_.get(); }
   [[nodiscard]] PanesObject* panes() { return panes_.get(); }
   void refreshLocalizedLabels();
+  /// Whether it looks each second for what nobody tells: only while a pane that shows it is seen.
+  [[nodiscard]] bool isFollowing() const { return everySecond_.isActive(); }
 
  private:
   void build();
   void drop();
+  void followLook();
   void retitle();
   bool restoreFrame();
   void rememberFrame() const;
@@ -65,6 +67,7 @@ class SettingsWindow {
   std::unique_ptr<QQuickView> view_;
   std::vector<Observation> observations_;
   QTimer everySecond_;
+  QTimer onceClosed_;
 };
 
 }  // namespace velotap

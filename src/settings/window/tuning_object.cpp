@@ -40,7 +40,9 @@ QVariantMap sliderRow(const TuningSliderView& slider, const std::string& caption
                  {"high", slider.highLabel},
                  {"less", slider.decreaseLabel},
                  {"more", slider.increaseLabel},
-                 {"reset", slider.resetLabel},
+                 {"fine", slider.fineTitle},
+                 {"reset", slider.resetTitle},
+                 {"resetNamed", slider.resetLabel},
                  {"resettable", slider.canReset}});
 }
 

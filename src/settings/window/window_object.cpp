@@ -6,9 +6,8 @@
 
 namespace velotap {
 
-WindowObject::WindowObject(std::function<Texts()> texts, std::function<void()> close,
-                           QObject* parent)
-    : PaneObject(parent), texts_(std::move(texts)), close_(std::move(close)) {
+WindowObject::WindowObject(std::function<Texts()> texts, Commands commands, QObject* parent)
+    : PaneObject(parent), texts_(std::move(texts)), commands_(std::move(commands)) {
   refresh();
 }
 

@@ -8,13 +8,18 @@
 
 namespace velotap {
 
-class WindowObject : public PaneObject {
+class WindowObject final : public PaneObject {
   Q_OBJECT
   Q_PROPERTY(velotap::RowModel* tabs READ tabs CONSTANT)
 
  public:
-  WindowObject(std::function<Texts()> texts, std::function<void()> close,
-               QObject* parent = nullptr);
+  /// What the keys that every window has lead to.
+  struct Commands {
+    std::function<void()> close;
+    std::function<void()> minimise;
+    std::function<void()> quit;
+  };
+  WindowObject(std::function<Texts()> texts, Commands commands, QObject* parent = nullptr);
 
   void refresh() override;
   [[nodiscard]] RowModel* tabs() { return &tabs_; }
@@ -23,14 +28,16 @@ class WindowObject : public PaneObject {
 
   /// A number that is no tab's changes nothing.
   Q_INVOKABLE void setTab(int tab);
-  Q_INVOKABLE void close() { close_(); }
+  Q_INVOKABLE void close() { commands_.close(); }
+  Q_INVOKABLE void minimise() { commands_.minimise(); }
+  Q_INVOKABLE void quit() { commands_.quit(); }
 
  signals:
   void tabChanged();
 
  private:
   std::function<Texts()> texts_;
-  std::function<void()> close_;
+  Commands commands_;
   PreferencesTab tab_ = PreferencesTab::general;
   RowModel tabs_;
 };

@@ -12,16 +12,22 @@
 #include "adapters/linux/runtime/posix_main_queue.hpp"
 #include "adapters/linux/services/autostart_item.hpp"
 #include "adapters/linux/services/seat_trust.hpp"
+#include "adapters/linux/workspace/linux_workspace.hpp"
 #include "adapters/simulated/simulated_trust.hpp"
 #include "applications_contract.hpp"
 #include "event_stream_contract.hpp"
 #include "keyboard_layout_contract.hpp"
 #include "linux/output/recording_device.hpp"
+#include "linux/workspace/desktop_entry_text.hpp"
+#include "linux/workspace/fake_sources.hpp"
 #include "login_item_contract.hpp"
 #include "main_queue_contract.hpp"
+#include "support/recording_log.hpp"
 #include "support/recording_urls.hpp"
 #include "support/temporary_folder.hpp"
+#include "support/virtual_time.hpp"
 #include "trust_contract.hpp"
+#include "workspace_contract.hpp"
 
 namespace velotap::test {
 namespace {
@@ -173,6 +179,44 @@ class DesktopEntriesWorld final : public ApplicationsWorld {
   LinuxApplications applications_{installed_, [this] { return programs_; }};
 };
 
+// A desktop that tells of its windows as the test says.
+class LinuxWorkspaceWorld final : public WorkspaceWorld {
+ public:
+  LinuxWorkspaceWorld() {
+    workspace_.start();
+    source().live();
+  }
+  Workspace& workspace() override { return workspace_; }
+  void activate(std::optional<RunningApplication> application) override {
+    if (application && !application->name.empty()) {
+      const std::string id(application->bundleId.text());
+      folder_.replace(id + ".desktop", desktopEntry(application->name));
+      loop_.runReady();
+    }
+    source().front(
+        application ? std::optional(FrontWindow{.appId = std::string(application->bundleId.text())})
+                    : std::nullopt);
+    queue_.advance(1);  // that nothing is in front is believed after a while only
+  }
+
+ private:
+  FrontSource::Listener& source() { return sources_[FrontSourceKind::x11]; }
+
+  PosixClock realClock_;
+  PosixMainQueue loop_{realClock_};
+  ExactClock clock_;
+  VirtualQueue queue_{clock_};
+  RecordingLog log_;
+  TemporaryFolder folder_;
+  FakeSources sources_;
+  LinuxWorkspace workspace_{AppId::intern("app.norwend.velotap"),
+                            {.candidates = {sources_.candidate(FrontSourceKind::x11)},
+                             .recovery = std::make_unique<FakeRecovery>(),
+                             .applicationFolders = {folder_.path().string()},
+                             .languages = {"en"}},
+                            {.loop = loop_, .queue = queue_, .clock = clock_, .log = log_}};
+};
+
 class AutostartWorld final : public LoginItemWorld {
  public:
   AutostartWorld() {
@@ -212,6 +256,7 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Linux, EventStreamContract, UinputStreamWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Linux, KeyboardLayoutContract, XkbLayoutWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Linux, ApplicationsContract, DesktopEntriesWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Linux, LoginItemContract, AutostartWorld);
+INSTANTIATE_TYPED_TEST_SUITE_P(Linux, WorkspaceContract, LinuxWorkspaceWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Linux, TrustContract, SeatTrustWorld);
 
 }  // namespace

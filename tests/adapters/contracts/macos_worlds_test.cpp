@@ -14,6 +14,7 @@
 #include "applications_contract.hpp"
 #include "event_stream_contract.hpp"
 #include "event_taps_contract.hpp"
+#include "failing_notices_contract.hpp"
 #include "fakes/fake_cocoa.hpp"
 #include "fakes/fake_io_kit.hpp"
 #include "fakes/fake_quartz.hpp"
@@ -22,7 +23,6 @@
 #include "keyboard_layout_contract.hpp"
 #include "login_item_contract.hpp"
 #include "main_queue_contract.hpp"
-#include "notices_contract.hpp"
 #include "preferences/preferences_contract.hpp"
 #include "trust_contract.hpp"
 #include "workspace_contract.hpp"
@@ -41,29 +41,39 @@ class MacQueueWorld final : public MainQueueWorld {
   DispatchMainQueue queue_{dispatch_.api()};
 };
 
-class MacTapsWorld final : public EventTapsWorld {
+class MacTapsWorld final : public SternTapsWorld {
  public:
   EventTaps& taps() override { return taps_; }
   void refuse(TapLocation location) override {
     (location == TapLocation::hid ? quartz_.refuseHid : quartz_.refuseSession) = true;
   }
-  std::optional<WorldEvent> send(WorldEvent event) override {
-    const auto passed =
-        quartz_.send(kCGSessionEventTap, {.type = static_cast<CGEventType>(event.type),
-                                          .button = static_cast<CGMouseButton>(event.button),
-                                          .integers = {{kCGMouseEventNumber, event.number}}});
-    if (!passed) return std::nullopt;
-    return WorldEvent{static_cast<MouseEventType>(passed->type), static_cast<int>(passed->button),
-                      passed->integers.at(kCGMouseEventNumber)};
+  std::optional<WorldEvent> click(WorldEvent press) override {
+    ++number_;
+    const auto passed = send(press);
+    send(releaseOf(press));
+    return passed;
   }
-  void disable(TapDisabled reason, bool revives) override {
+  void timeOut() override {
+    quartz_.disable(kCGSessionEventTap, kCGEventTapDisabledByTimeout, true);
+  }
+  void disableForGood(TapDisabled reason) override {
     quartz_.disable(kCGSessionEventTap,
                     reason == TapDisabled::byTimeout ? kCGEventTapDisabledByTimeout
                                                      : kCGEventTapDisabledByUserInput,
-                    revives);
+                    false);
   }
 
  private:
+  std::optional<WorldEvent> send(WorldEvent event) {
+    const auto passed =
+        quartz_.send(kCGSessionEventTap, {.type = static_cast<CGEventType>(event.type),
+                                          .button = static_cast<CGMouseButton>(event.button),
+                                          .integers = {{kCGMouseEventNumber, number_}}});
+    if (!passed) return std::nullopt;
+    return WorldEvent{static_cast<MouseEventType>(passed->type), static_cast<int>(passed->button)};
+  }
+
+  std::int64_t number_ = 0;
   FakeCoreFoundation cf_;
   FakeQuartz quartz_{cf_};
   QuartzEventTaps taps_{cf_.api(), quartz_.api()};
@@ -171,7 +181,7 @@ class MacWorkspaceWorld final : public WorkspaceWorld {
   MacWorkspace workspace_{cocoa_, quartz_.runtime()};
 };
 
-class MacNoticesWorld final : public NoticesWorld {
+class MacNoticesWorld final : public FailingNoticesWorld {
  public:
   SystemNotices& notices() override { return notices_; }
   void attach() override { ioKit_.happen(kIOFirstMatchNotification, 1); }
@@ -287,6 +297,7 @@ class MacTrustWorld final : public TrustWorld {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, MainQueueContract, MacQueueWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, EventTapsContract, MacTapsWorld);
+INSTANTIATE_TYPED_TEST_SUITE_P(Mac, SternTapsContract, MacTapsWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, EventStreamContract, MacStreamWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, EventObjectsContract, MacStreamWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, ApplicationsContract, MacApplicationsWorld);
@@ -294,7 +305,9 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Mac, LoginItemContract, MacLoginWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, TrustContract, MacTrustWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, KeyboardLayoutContract, MacLayoutWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, WorkspaceContract, MacWorkspaceWorld);
+INSTANTIATE_TYPED_TEST_SUITE_P(Mac, NamelessApplicationContract, MacWorkspaceWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, NoticesContract, MacNoticesWorld);
+INSTANTIATE_TYPED_TEST_SUITE_P(Mac, FailingNoticesContract, MacNoticesWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, PreferencesContract, MacPreferencesWorld);
 
 }  // namespace

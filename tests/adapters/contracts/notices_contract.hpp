@@ -15,10 +15,8 @@ class NoticesWorld {
   virtual void detach() = 0;
   virtual void fallAsleep() = 0;
   virtual void wakeUp() = 0;
+  /// Everybody has heard of it when this returns, as of all of the above.
   virtual void reconfigureDisplays() = 0;
-  virtual void failPort() = 0;
-  virtual void failAttach(int error) = 0;
-  virtual void failDetach(int error) = 0;
 };
 
 template <typename World>
@@ -49,29 +47,6 @@ TYPED_TEST_P(NoticesContract, devicesAreToldAsTheyComeAndGo) {
   EXPECT_EQ(this->attached_ + this->detached_, 3);
 }
 
-TYPED_TEST_P(NoticesContract, withoutAPortNothingIsWatched) {
-  this->world_.failPort();
-  EXPECT_TRUE(this->watchDevices().portFailed);
-}
-
-TYPED_TEST_P(NoticesContract, oneWatchThatFailsLeavesTheOther) {
-  this->world_.failAttach(5);
-  auto watch = this->watchDevices();
-  EXPECT_EQ(watch.attachError, 5);
-  EXPECT_FALSE(watch.detachError);
-  this->world_.detach();
-  EXPECT_EQ(this->detached_, 1);
-  EXPECT_EQ(this->attached_, 0);
-}
-
-TYPED_TEST_P(NoticesContract, theOtherWatchFailsOnItsOwnToo) {
-  this->world_.failDetach(6);
-  auto watch = this->watchDevices();
-  EXPECT_EQ(watch.detachError, 6);
-  this->world_.attach();
-  EXPECT_EQ(this->attached_, 1);
-}
-
 TYPED_TEST_P(NoticesContract, sleepAndWakeAreTold) {
   int sleeps = 0;
   int wakes = 0;
@@ -87,20 +62,22 @@ TYPED_TEST_P(NoticesContract, sleepAndWakeAreTold) {
   EXPECT_EQ(sleeps + wakes, 2);
 }
 
+// How often one change is told is the system's matter.
 TYPED_TEST_P(NoticesContract, displaysAreToldEachTime) {
   int told = 0;
   Observation watching = this->world_.notices().watchDisplays([&] { ++told; });
   this->world_.reconfigureDisplays();
+  const int first = told;
+  EXPECT_GE(first, 1);
   this->world_.reconfigureDisplays();
-  EXPECT_EQ(told, 2);
+  EXPECT_GT(told, first);
+  const int both = told;
   watching.reset();
   this->world_.reconfigureDisplays();
-  EXPECT_EQ(told, 2);
+  EXPECT_EQ(told, both);
 }
 
-REGISTER_TYPED_TEST_SUITE_P(NoticesContract, devicesAreToldAsTheyComeAndGo,
-                            withoutAPortNothingIsWatched, oneWatchThatFailsLeavesTheOther,
-                            theOtherWatchFailsOnItsOwnToo, sleepAndWakeAreTold,
+REGISTER_TYPED_TEST_SUITE_P(NoticesContract, devicesAreToldAsTheyComeAndGo, sleepAndWakeAreTold,
                             displaysAreToldEachTime);
 
 }  // namespace velotap::test

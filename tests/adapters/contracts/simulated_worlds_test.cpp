@@ -9,11 +9,15 @@
 #include "adapters/simulated/simulated_notices.hpp"
 #include "adapters/simulated/simulated_trust.hpp"
 #include "adapters/simulated/simulated_workspace.hpp"
+#include "app/shell_fakes.hpp"
+#include "applications_contract.hpp"
 #include "event_stream_contract.hpp"
 #include "event_taps_contract.hpp"
+#include "failing_notices_contract.hpp"
 #include "keyboard_layout_contract.hpp"
+#include "login_item_contract.hpp"
 #include "main_queue_contract.hpp"
-#include "notices_contract.hpp"
+#include "settings/fake_applications.hpp"
 #include "trust_contract.hpp"
 #include "workspace_contract.hpp"
 
@@ -34,20 +38,29 @@ class SimulatedQueueWorld final : public MainQueueWorld {
   SimulatedMainQueue queue_{clock_};
 };
 
-class SimulatedTapsWorld final : public EventTapsWorld {
+class SimulatedTapsWorld final : public SternTapsWorld {
  public:
   EventTaps& taps() override { return taps_; }
   void refuse(TapLocation location) override { taps_.setInstallable(location, false); }
-  std::optional<WorldEvent> send(WorldEvent event) override {
-    const auto passed = taps_.send({event.type, event.button, event.number}, EventOrigin::session);
-    if (!passed) return std::nullopt;
-    return WorldEvent{passed->type, passed->button, passed->number};
+  std::optional<WorldEvent> click(WorldEvent press) override {
+    ++number_;
+    const auto passed = send(press);
+    send(releaseOf(press));
+    return passed;
   }
-  void disable(TapDisabled reason, bool revives) override {
-    taps_.disable(TapLocation::session, reason, revives);
+  void timeOut() override { taps_.disable(TapLocation::session, TapDisabled::byTimeout, true); }
+  void disableForGood(TapDisabled reason) override {
+    taps_.disable(TapLocation::session, reason, false);
   }
 
  private:
+  std::optional<WorldEvent> send(WorldEvent event) {
+    const auto passed = taps_.send({event.type, event.button, number_}, EventOrigin::session);
+    if (!passed) return std::nullopt;
+    return WorldEvent{passed->type, passed->button};
+  }
+
+  std::int64_t number_ = 0;
   SimulatedEventTaps taps_;
 };
 
@@ -118,7 +131,7 @@ class SimulatedWorkspaceWorld final : public WorkspaceWorld {
   SimulatedWorkspace workspace_;
 };
 
-class SimulatedNoticesWorld final : public NoticesWorld {
+class SimulatedNoticesWorld final : public FailingNoticesWorld {
  public:
   SystemNotices& notices() override { return notices_; }
   void attach() override { notices_.deviceAttached(); }
@@ -144,6 +157,34 @@ class SimulatedNoticesWorld final : public NoticesWorld {
   SimulatedNotices::Failures failures_;
 };
 
+// What the tests of panes and menus are played over, in place of a system's.
+class FakeApplicationsWorld final : public ApplicationsWorld {
+ public:
+  Applications& applications() override { return applications_; }
+  void install(const std::string& id, const std::string& name) override {
+    applications_.install(id, name);
+  }
+  void remove(const std::string& id) override { applications_.byId.erase(id); }
+  void start(const std::string& id) override {
+    applications_.instances.push_back(
+        {.bundleId = id, .name = applications_.byId.at(id).displayName, .regular = true});
+  }
+
+ private:
+  FakeApplications applications_;
+};
+
+class FakeLoginWorld final : public LoginItemWorld {
+ public:
+  LoginItemService& service() override { return item_; }
+  void switchOffElsewhere() override { item_.now = LoginItemStatus::requiresApproval; }
+  void refuse() override { item_.error = "Operation not permitted"; }
+  int settingsShown() override { return item_.settingsOpened; }
+
+ private:
+  FakeLoginItem item_;
+};
+
 class SimulatedTrustWorld final : public TrustWorld {
  public:
   AccessibilityTrust& trust() override { return trust_; }
@@ -155,12 +196,17 @@ class SimulatedTrustWorld final : public TrustWorld {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, MainQueueContract, SimulatedQueueWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, EventTapsContract, SimulatedTapsWorld);
+INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, SternTapsContract, SimulatedTapsWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, EventStreamContract, SimulatedStreamWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, EventObjectsContract, SimulatedStreamWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, TrustContract, SimulatedTrustWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, KeyboardLayoutContract, SimulatedLayoutWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, WorkspaceContract, SimulatedWorkspaceWorld);
+INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, NamelessApplicationContract, SimulatedWorkspaceWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, NoticesContract, SimulatedNoticesWorld);
+INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, FailingNoticesContract, SimulatedNoticesWorld);
+INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, ApplicationsContract, FakeApplicationsWorld);
+INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, LoginItemContract, FakeLoginWorld);
 
 }  // namespace
 }  // namespace velotap::test

@@ -47,13 +47,6 @@ TYPED_TEST_P(WorkspaceContract, whereNobodyIsKnownNobodyIsInFront) {
   EXPECT_FALSE(this->workspace_.frontmostApplication());
 }
 
-TYPED_TEST_P(WorkspaceContract, anApplicationMayHaveNoIdentifier) {
-  this->world_.activate(RunningApplication{AppId(), "Script"});
-  EXPECT_FALSE(this->workspace_.frontmostBundleId());
-  ASSERT_TRUE(this->workspace_.frontmostApplication());
-  EXPECT_FALSE(this->workspace_.frontmostApplication()->bundleId);
-}
-
 TYPED_TEST_P(WorkspaceContract, activationsAreToldToWhoStillListens) {
   std::vector<std::string> told;
   Observation watching = this->workspace_.observeActivations(
@@ -68,7 +61,21 @@ TYPED_TEST_P(WorkspaceContract, activationsAreToldToWhoStillListens) {
 }
 
 REGISTER_TYPED_TEST_SUITE_P(WorkspaceContract, theFrontIsWhoWasActivatedLast,
-                            whereNobodyIsKnownNobodyIsInFront, anApplicationMayHaveNoIdentifier,
-                            activationsAreToldToWhoStillListens);
+                            whereNobodyIsKnownNobodyIsInFront, activationsAreToldToWhoStillListens);
+
+// Where an application is known by more than its identifier.
+template <typename World>
+class NamelessApplicationContract : public WorkspaceContract<World> {};
+
+TYPED_TEST_SUITE_P(NamelessApplicationContract);
+
+TYPED_TEST_P(NamelessApplicationContract, anApplicationMayHaveNoIdentifier) {
+  this->world_.activate(RunningApplication{AppId(), "Script"});
+  EXPECT_FALSE(this->workspace_.frontmostBundleId());
+  ASSERT_TRUE(this->workspace_.frontmostApplication());
+  EXPECT_FALSE(this->workspace_.frontmostApplication()->bundleId);
+}
+
+REGISTER_TYPED_TEST_SUITE_P(NamelessApplicationContract, anApplicationMayHaveNoIdentifier);
 
 }  // namespace velotap::test

@@ -71,8 +71,28 @@ class AppsPaneTest(SettingsCase):
         self.press(BUTTONS, "Look Again")
         self.get(("list item",), "Back Again")
 
+    def add(self, way, list_title="Velotap off in these apps"):
+        self.press((*BUTTONS, "button menu"), f"Add app: {list_title}")
+        self.press(("menu item",), way)
+
+    def test_adds_what_is_installed(self):
+        self.add("Choose from Applications…")
+        self.assertIsNone(self.find(("check box",), "Example Clock"), "it has a rule")
+        self.press(("check box",), "Example Remote")
+        self.press(("check box",), "Example Tool")
+        self.press(BUTTONS, "Add")
+        self.assertTrue(until(lambda: set(self.ignored()) >= {"org.remmina.Remmina",
+                                                              "org.example.Tool"}), self.ignored())
+
+    def test_adds_to_the_list_that_was_asked_for(self):
+        self.add("Choose from Applications…", "Send zoom keyboard shortcuts")
+        self.press(("check box",), "Example Clock")
+        self.press(BUTTONS, "Add")
+        self.assertTrue(until(lambda: self.program.settings().get("keystrokeZoomApps") ==
+                              ["org.example.Clock"]))
+
     def test_adds_what_runs(self):
-        self.press(BUTTONS, "Running Apps")
+        self.add("Running Apps")
         self.press(("check box",), "Example Tool")
         self.assertIsNone(self.find(("check box",), "Example Remote"), "it does not run")
         self.press(BUTTONS, "Add")

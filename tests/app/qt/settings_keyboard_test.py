@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """The settings window with the keyboard alone: settings_keyboard_test.py PROGRAM PROVIDER"""
 
+import subprocess
 import sys
 import unittest
 
@@ -89,6 +90,44 @@ class SettingsKeyboardTest(KeyboardCase):
         self.keys("space")
         self.assertTrue(until(lambda: self.program.settings().get("mouseTap3") is True))
 
+    def test_the_keys_of_every_window(self):
+        self.keys("ctrl+4")
+        self.assertTrue(until(lambda: self.has(TABS, "Apps", pyatspi.STATE_SELECTED)))
+        self.keys("ctrl+comma")
+        self.assertTrue(until(lambda: self.has(TABS, "General", pyatspi.STATE_SELECTED)))
+        self.keys("ctrl+m")
+        self.assertTrue(until(lambda: not self.is_active()), "it went down")
+        self.assertEqual(self.program.again(), 0)
+        self.assertTrue(until(self.is_active), "and comes back, the same")
+        self.keys("ctrl+q")
+        self.assertTrue(until(self.program.ended))
+
+    def test_it_comes_back_where_it_was(self):
+        def frame():
+            found = subprocess.run(["xdotool", "getactivewindow", "getwindowgeometry", "--shell"],
+                                   check=True, capture_output=True, text=True).stdout.split()
+            return found[1:5]  # X, Y, WIDTH, HEIGHT
+
+        before = frame()
+        self.assertEqual(before[2:], ["WIDTH=560", "HEIGHT=600"])
+        subprocess.run(["xdotool", "getactivewindow", "windowsize", "--sync", "700", "520",
+                        "windowmove", "--sync", "30", "60"], check=True)
+        self.assertTrue(until(lambda: frame()[2:] == ["WIDTH=700", "HEIGHT=520"]))
+        moved = frame()
+        self.keys("ctrl+w")
+        self.assertTrue(until(lambda: self.find(TABS, "General") is None))
+        self.assertEqual(self.program.again(), 0)
+        self.assertTrue(until(self.is_active))
+        self.assertTrue(until(lambda: frame() == moved), f"{frame()}, not {moved}, after closing")
+        self.keys("ctrl+q")
+        self.assertTrue(until(self.program.ended))
+        self.program.start()
+        self.assertTrue(until(self.is_listening))
+        self.assertEqual(self.program.again(), 0)
+        self.assertTrue(until(self.find_application))
+        self.assertTrue(until(self.is_active))
+        self.assertTrue(until(lambda: frame() == moved), f"{frame()}, not {moved}, after a restart")
+
     def test_closing_forgets_what_was_looked_for(self):
         self.keys("ctrl+2")
         self.press(BUTTONS, "Filter")
@@ -104,6 +143,43 @@ class SettingsKeyboardTest(KeyboardCase):
         self.get(BUTTONS, "Filter")
 
 
+class LoginItemTest(KeyboardCase):
+    """Where the folder of what starts at login should be there is something else."""
+
+    def go_to(self, name):
+        for _ in range(60):
+            if (self.focused() or ("", ""))[1] == name:
+                return
+            before = self.focused()
+            self.keys("Tab")
+            until(lambda before=before: self.focused() not in (None, before), 2)
+        self.fail(f"Tab does not get to {name}")
+
+    def shows(self, text):
+        return any(node.name == text for node in self.nodes())
+
+    def test_what_failed_is_told_and_the_switch_shows_what_is_so(self):
+        folder = self.program.settings_file.parents[1] / "autostart"
+        folder.write_text("in the way", encoding="utf-8")
+        self.go_to("Launch at Login")
+        self.keys("space")
+        self.assertTrue(until(lambda: self.shows("Could not update Launch at Login")))
+        self.keys("Return")
+        self.assertTrue(until(lambda: not self.shows("Could not update Launch at Login")))
+        self.assertFalse(self.checked(TOGGLES, "Launch at Login"), "it did not work")
+        # Once nothing is in the way it works, and one switch suffices.
+        folder.unlink()
+        self.assertTrue(until(self.is_active))
+        self.go_to("Launch at Login")
+        self.keys("space")
+        self.assertTrue(until(lambda: self.checked(TOGGLES, "Launch at Login")))
+        self.assertEqual(len(list(folder.glob("*.desktop"))), 1)
+        # Somebody else takes it away: seen within the second.
+        for entry in folder.glob("*.desktop"):
+            entry.unlink()
+        self.assertTrue(until(lambda: not self.checked(TOGGLES, "Launch at Login"), 3))
+
+
 if __name__ == "__main__":
-    SettingsKeyboardTest.program_path, SettingsKeyboardTest.provider = sys.argv[1:3]
+    KeyboardCase.program_path, KeyboardCase.provider = sys.argv[1:3]
     unittest.main(argv=sys.argv[:1])

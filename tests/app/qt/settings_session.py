@@ -27,19 +27,23 @@ class SettingsCase(unittest.TestCase):
 
     program_path = ""
     provider = ""
+    more = None  # of the program's environment
     settings = {"accessibilitySetupPresented": True, "settings.gestureDevice": "mouse"}
 
     def setUp(self):
         status = dbus.SessionBus().get_object("org.a11y.Bus", "/org/a11y/bus")
         status.Set("org.a11y.Status", "IsEnabled", True,
                    dbus_interface="org.freedesktop.DBus.Properties")
-        self.program = self.enterContext(Program(self.program_path, self.provider, self.settings))
+        self.program = self.enterContext(Program(self.program_path, self.provider, self.settings,
+                                                 self.more))
         self.application = None
-        bus = dbus.SessionBus()
-        self.assertTrue(until(lambda: bus.name_has_owner("app.norwend.velotap")),
-                        "it hears when it is started again")
+        self.assertTrue(until(self.is_listening), "it hears when it is started again")
         self.assertEqual(self.program.again(), 0)
         self.assertTrue(until(self.find_application), "the program is on the accessibility bus")
+
+    @staticmethod
+    def is_listening():
+        return dbus.SessionBus().name_has_owner("app.norwend.velotap")
 
     def find_application(self):
         for application in pyatspi.Registry.getDesktop(0):

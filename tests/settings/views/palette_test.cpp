@@ -65,10 +65,23 @@ TEST_P(PaletteContrast, TextCanBeReadWhereverItStands) {
   expectAtLeast(readable, "textSecondary", "neutralSoft");
 }
 
+// The mark of the status stands on its own colour, thinned to twelve hundredths.
+TEST_P(PaletteContrast, MarksCanBeToldFromTheirTint) {
+  constexpr Argb kTint = 0x1f000000;
+  for (const char* tone : {"good", "warning", "textSecondary"}) {
+    const Argb mark = palette[tone];
+    EXPECT_GE(contrast(mark, blended((mark & 0xffffffU) | kTint, palette["card"])), readable)
+        << tone;
+  }
+}
+
 TEST_P(PaletteContrast, ControlsCanBeToldFromWhatIsBehindThem) {
   expectAtLeast(readable, "fillText", "fill");
   for (const char* ground : {"window", "card"}) {
     for (const char* control : {"fill", "track", "edge"}) expectAtLeast(visible, control, ground);
+  }
+  for (const char* ground : {"card", "hover", "press"}) {
+    expectAtLeast(visible, "textTertiary", ground);
   }
   expectAtLeast(visible, "knob", "track");
   expectAtLeast(visible, "knob", "fill");

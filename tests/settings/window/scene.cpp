@@ -126,6 +126,22 @@ GesturesObject& SceneTest::gestures() const {
   return *qobject_cast<GesturesObject*>(settings->panes()->gestures);
 }
 
+TuningObject& SceneTest::tuning() const {
+  return *qobject_cast<TuningObject*>(settings->panes()->tuning);
+}
+
+AppsObject& SceneTest::apps() const {
+  return *qobject_cast<AppsObject*>(settings->panes()->apps);
+}
+
+AboutObject& SceneTest::about() const {
+  return *qobject_cast<AboutObject*>(settings->panes()->about);
+}
+
+PracticeObject& SceneTest::practice() const {
+  return *qobject_cast<PracticeObject*>(settings->panes()->practice);
+}
+
 void SceneTest::keep(const QString& name) {
   const QString folder = qEnvironmentVariable("VELOTAP_PICTURES");
   if (folder.isEmpty()) return;

@@ -55,6 +55,10 @@ class SceneTest : public ViewTest {
 
   [[nodiscard]] GeneralObject& general() const;
   [[nodiscard]] GesturesObject& gestures() const;
+  [[nodiscard]] TuningObject& tuning() const;
+  [[nodiscard]] AppsObject& apps() const;
+  [[nodiscard]] AboutObject& about() const;
+  [[nodiscard]] PracticeObject& practice() const;
   [[nodiscard]] QQuickItem* page() const;
   /// Every text that can be read, in the order of the items; and what assistive programs hear.
   [[nodiscard]] QStringList texts() const;

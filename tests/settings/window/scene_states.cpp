@@ -26,6 +26,17 @@ void mouse(SceneTest& scene) {
   scene.gestures().setDevice(QStringLiteral("mouse"));
 }
 
+void openSheet(SceneTest& scene) {
+  QMetaObject::invokeMethod(scene.page(), "openChooser");
+  scene.awaitFrame();
+}
+
+// A text with another one in it.
+std::string fill(SceneTest& scene, std::string_view key, std::string_view inner) {
+  const Texts texts = scene.fixture->texts();
+  return texts(key, {texts(inner)});
+}
+
 const std::array kStates{
     // Does it work?
     SceneState{"general-active", kGeneral},
@@ -152,9 +163,82 @@ const std::array kStates{
     // The others
     SceneState{"tuning", PreferencesTab::tuning},
     SceneState{"tuning-details", PreferencesTab::tuning, nullptr, &showDetails},
+    SceneState{"tuning-custom", PreferencesTab::tuning, nullptr,
+               [](SceneTest& scene) {
+                 auto& pane = scene.tuning();
+                 for (const char* key :
+                      {"mouseTap3", "padTap3", "padTap4", "mousePinchZoom", "mouseClick1Center"}) {
+                   scene.fixture->defaults().set(key, false);
+                 }
+                 pane.applyPreset(QStringLiteral("2"));
+                 pane.setPaused(true);
+                 pane.setFilter(QStringLiteral("device"), QStringLiteral("mouse"));
+                 pane.setFilter(QStringLiteral("reason"), QStringLiteral("tooSoon"));
+               }},
+    SceneState{"tuning-no-taps", PreferencesTab::tuning, nullptr,
+               [](SceneTest& scene) { scene.tuning().clearTaps(); }},
     SceneState{"apps", PreferencesTab::apps},
     SceneState{"apps-details", PreferencesTab::apps, nullptr, &showDetails},
+    SceneState{
+        "apps-missing", PreferencesTab::apps,
+        [](Fixture& f) {
+          f.defaults().set("ignoredApps", Value::strings({"com.apple.Safari", "org.example.Gone"}));
+          f.defaults().set("keystrokeZoomApps",
+                           Value::strings({"com.apple.Safari", "com.apple.TextEdit"}));
+        },
+        [](SceneTest& scene) {
+          scene.apps().remove(QStringLiteral("zoom"), QStringLiteral("com.apple.TextEdit"));
+          scene.apps().addSuggestion(QStringLiteral("com.vmware.fusion"));
+        }},
+    SceneState{"apps-nothing", PreferencesTab::apps, nullptr,
+               [](SceneTest& scene) { scene.apps().setQuery(QStringLiteral("xyzzy")); }},
+    SceneState{"apps-add", PreferencesTab::apps, nullptr,
+               [](SceneTest& scene) {
+                 scene.press(qt(fill(scene, "design.add.app.menu", "Velotap off in these apps")));
+               },
+               true},
+    SceneState{"apps-installed", PreferencesTab::apps, nullptr,
+               [](SceneTest& scene) {
+                 scene.apps().openInstalled(QStringLiteral("zoom"));
+                 scene.apps().toggleRunning(QStringLiteral("com.apple.TextEdit"));
+                 openSheet(scene);
+               },
+               true},
+    SceneState{"apps-running", PreferencesTab::apps, nullptr,
+               [](SceneTest& scene) {
+                 scene.apps().openRunning(QStringLiteral("ignored"));
+                 openSheet(scene);
+               },
+               true},
+    SceneState{"apps-question", PreferencesTab::apps, nullptr,
+               [](SceneTest& scene) { scene.pressText("polish.apps.remove.visible"); }, true},
+    SceneState{"practice-received", kGestures, nullptr,
+               [](SceneTest& scene) {
+                 scene.pressText("Try a middle click");
+                 scene.practice().press(2);
+                 scene.practice().release(2);
+                 scene.awaitFrame();
+               },
+               true},
+    SceneState{"practice-other", kGestures, nullptr,
+               [](SceneTest& scene) {
+                 scene.pressText("Try a middle click");
+                 scene.practice().press(2);
+                 scene.practice().release(2);
+                 scene.practice().press(1);
+                 scene.awaitFrame();
+               },
+               true},
     SceneState{"about", PreferencesTab::about},
+    SceneState{"about-snapshot", PreferencesTab::about, nullptr,
+               [](SceneTest& scene) {
+                 scene.pressText("design.support.snapshot");
+                 scene.about().copySnapshot();
+                 scene.awaitFrame();
+               },
+               true},
+    SceneState{"about-notices", PreferencesTab::about, nullptr,
+               [](SceneTest& scene) { scene.pressText("Acknowledgements"); }, true},
 };
 
 }  // namespace

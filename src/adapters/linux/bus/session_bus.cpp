@@ -27,8 +27,13 @@ constexpr SessionBus::Method kGetNameOwner{"org.freedesktop.DBus", "/org/freedes
 constexpr SessionBus::Method kRequestName{"org.freedesktop.DBus", "/org/freedesktop/DBus",
                                           "org.freedesktop.DBus", "RequestName"};
 constexpr std::uint32_t kDoNotQueue = 4;
-constexpr std::uint32_t kNowOwner = 1;
-constexpr std::uint32_t kAlreadyOwner = 4;
+
+// What a request for a name is answered with.
+bool grantsName(std::uint32_t answer) noexcept {
+  constexpr std::uint32_t kNowOwner = 1;
+  constexpr std::uint32_t kAlreadyOwner = 4;
+  return answer == kNowOwner || answer == kAlreadyOwner;
+}
 
 Message newCall(const SdBusLibrary& library, sd_bus* bus, const SessionBus::Method& method,
                 const std::vector<std::string>& arguments) {
@@ -191,8 +196,8 @@ void SessionBus::requestName(const std::string& name, std::function<void(bool gr
     library_->sd_bus_message_append_basic(message.get(), 'u', &kDoNotQueue);
   }
   send(message.get(), [settled = std::move(settled)](BusMessage reply) {
-    const auto answer = reply.number();
-    settled(answer == kNowOwner || answer == kAlreadyOwner);
+    const std::optional<std::uint32_t> answer = reply.number();
+    settled(answer && grantsName(*answer));
   });
 }
 

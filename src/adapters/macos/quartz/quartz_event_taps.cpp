@@ -1,5 +1,7 @@
 #include "adapters/macos/quartz/quartz_event_taps.hpp"
 
+#include <utility>
+
 #include "adapters/macos/core_foundation/cf_ref.hpp"
 
 namespace velotap {
@@ -72,8 +74,10 @@ class QuartzTap final : public InstalledTap {
   }
 
   ~QuartzTap() override {
-    quartz_.CGEventTapEnable(port_.get(), false);
-    cf_.CFRunLoopRemoveSource(cf_.CFRunLoopGetMain(), source_.get(), *cf_.kCFRunLoopCommonModes);
+    if (attached_) {
+      quartz_.CGEventTapEnable(port_.get(), false);
+      QuartzTap::detach();
+    }
     // Without this the port lives on as long as anybody else holds it, with our pointer in it.
     cf_.CFMachPortInvalidate(port_.get());
     source_.reset();
@@ -82,6 +86,10 @@ class QuartzTap final : public InstalledTap {
 
   void enable(bool on) override { quartz_.CGEventTapEnable(port_.get(), on); }
   [[nodiscard]] bool enabled() const override { return quartz_.CGEventTapIsEnabled(port_.get()); }
+  void detach() override {
+    if (!std::exchange(attached_, false)) return;
+    cf_.CFRunLoopRemoveSource(cf_.CFRunLoopGetMain(), source_.get(), *cf_.kCFRunLoopCommonModes);
+  }
 
  private:
   const CoreFoundationApi& cf_;
@@ -89,6 +97,7 @@ class QuartzTap final : public InstalledTap {
   std::shared_ptr<Listener> listener_;
   CfRef<CFMachPortRef> port_;
   CfRef<CFRunLoopSourceRef> source_;
+  bool attached_ = true;
 };
 
 CGEventTapLocation systemLocation(TapLocation location) {

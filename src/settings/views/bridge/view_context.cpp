@@ -1,9 +1,10 @@
 #include "settings/views/bridge/view_context.hpp"
 
-#include <QFile>
 #include <QFontDatabase>
+#include <QResource>
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace velotap {
 namespace {
@@ -20,13 +21,27 @@ QVariantMap asMap(const Palette& palette) {
   return map;
 }
 
-// The type that the program carries; where it was built without, what the desktop reads in.
-QString loadFonts() {
+// The type lies in the program uncompressed: it is read where it lies, never copied.
+int addFont(const QResource& file) {
+  const bool asItIs = file.compressionAlgorithm() == QResource::NoCompression;
+  return QFontDatabase::addApplicationFontFromData(
+      asItIs ? QByteArray::fromRawData(reinterpret_cast<const char*>(file.data()), file.size())
+             : file.uncompressedData());
+}
+
+// The type that the program carries.
+QList<int> loadFonts() {
+  QList<int> fonts;
   for (const char* weight : {"Regular", "Medium", "SemiBold"}) {
-    const QString file =
-        QStringLiteral(":/velotap/fonts/Inter-%1.otf").arg(QString::fromLatin1(weight));
-    if (QFile::exists(file)) QFontDatabase::addApplicationFont(file);
+    const QResource file(
+        QStringLiteral(":/velotap/fonts/Inter-%1.otf").arg(QString::fromLatin1(weight)));
+    if (file.isValid()) fonts.append(addFont(file));
   }
+  return fonts;
+}
+
+// Where the program was built without, what the desktop reads in.
+QString familyToUse() {
   const QString inter = QStringLiteral("Inter");
   return QFontDatabase::hasFamily(inter)
              ? inter
@@ -61,8 +76,16 @@ void ViewContext::setLook(const Look& look) {
 }
 
 QString ViewContext::fontFamily() const {
-  if (fontFamily_.isEmpty()) fontFamily_ = loadFonts();
+  if (fontFamily_.isEmpty()) {
+    fonts_ = loadFonts();
+    fontFamily_ = familyToUse();
+  }
   return fontFamily_;
+}
+
+void ViewContext::dropFonts() {
+  for (const int font : std::exchange(fonts_, {})) QFontDatabase::removeApplicationFont(font);
+  fontFamily_.clear();
 }
 
 QString ViewContext::hex(const QColor& color) const {

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QColor>
+#include <QList>
 #include <QObject>
 #include <QQmlEngine>
 #include <QString>
@@ -49,6 +50,8 @@ class ViewContext : public QObject {
   [[nodiscard]] double textScale() const { return look_.textScale; }
   /// Loads the type when the first view asks: without a window it would only take memory.
   [[nodiscard]] QString fontFamily() const;
+  /// The same for those that come after the last view is gone.
+  void dropFonts();
   [[nodiscard]] QString monoFamily() const { return monoFamily_; }
   [[nodiscard]] bool still() const { return still_; }
   [[nodiscard]] const Look& look() const { return look_; }
@@ -63,6 +66,7 @@ class ViewContext : public QObject {
   Look look_;
   QVariantMap palette_;
   mutable QString fontFamily_;
+  mutable QList<int> fonts_;
   QString monoFamily_;
   bool still_;
 };

@@ -103,10 +103,12 @@ PaneScroll {
         id: noticesSheet
         preferredWidth: Theme.sheetWide
         title: root.s.notices.title
+        text: root.s.notices.find
         firstFocus: noticesSearch
+        onFindWanted: noticesSearch.forceActiveFocus(Qt.ShortcutFocusReason)
         SearchField {
             id: noticesSearch
-            hint: root.s.notices.find
+            hint: root.s.notices.search
             clearText: root.s.notices.clear
             onEdited: query => { text = query; notices.find(query) }
             Keys.onReturnPressed: notices.findNext(text)

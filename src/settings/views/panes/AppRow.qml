@@ -14,6 +14,7 @@ Item {
     height: implicitHeight
     Accessible.role: Accessible.ListItem
     Accessible.name: row.name
+    Accessible.ignored: !visible
     Accessible.description: row.help
     Divider { visible: root.index > 0 }
     AppIcon {

@@ -8,6 +8,7 @@ PaneScroll {
     readonly property var s: pane.state
 
     function showDetails() { filters.expanded = true }
+    function openChooser() { runningSheet.open() }
 
     Introduction { symbol: "app.badge.checkmark"; title: root.s.intro.title; text: root.s.intro.text }
 
@@ -55,6 +56,17 @@ PaneScroll {
                     on: root.s.filter.overridden.on
                     onSwitched: wish => root.pane.setOverriddenOnly(wish)
                 }
+                Column {
+                    width: parent.width
+                    spacing: Theme.small
+                    Caption { text: root.s.filter.sort.title; width: parent.width }
+                    SegmentedPicker {
+                        name: root.s.filter.sort.title
+                        options: root.s.filter.sort.options
+                        value: root.s.filter.sort.value
+                        onChosen: value => root.pane.setFilter("sort", value)
+                    }
+                }
                 FilterToggle {
                     title: root.s.filter.identifiers.title
                     on: root.s.filter.identifiers.on
@@ -72,8 +84,14 @@ PaneScroll {
             visible: root.s.message.length > 0
             symbol: "checkmark.circle"
             tone: "accent"
-            text: root.s.messageNote.length > 0 ? root.s.message + "\n" + root.s.messageNote : root.s.message
-            action: root.s.undo
+            text: root.s.message
+        }
+        Note {
+            visible: root.s.undo.text.length > 0
+            symbol: "minus.circle"
+            tone: "accent"
+            text: root.s.undo.text + "\n" + root.s.undo.note
+            action: root.s.undo.action
             actionSymbol: "arrow.uturn.backward"
             onActed: root.pane.undo()
         }
@@ -114,19 +132,17 @@ PaneScroll {
                     title: ruleSection.shown.none
                 }
             }
-            Flow {
-                width: parent.width
-                spacing: Theme.snug
-                PushButton {
-                    symbol: "plus"
-                    text: root.s.choose
-                    onClicked: root.pane.chooseApplications(ruleSection.modelData)
+            AddAppMenu {
+                text: root.s.adding.title
+                name: ruleSection.shown.add
+                choose: root.s.adding.choose
+                running: root.s.adding.running
+                onChooseWanted: {
+                    if (!root.s.adding.listsInstalled) return root.pane.chooseApplications(ruleSection.modelData)
+                    root.pane.openInstalled(ruleSection.modelData)
+                    runningSheet.open()
                 }
-                PushButton {
-                    symbol: "plus"
-                    text: root.s.runningTitle
-                    onClicked: { root.pane.openRunning(ruleSection.modelData); runningSheet.open() }
-                }
+                onRunningWanted: { root.pane.openRunning(ruleSection.modelData); runningSheet.open() }
             }
         }
     }

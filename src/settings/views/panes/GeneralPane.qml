@@ -61,6 +61,7 @@ PaneScroll {
             title: root.s.readiness.title
             symbol: root.s.readiness.symbol
             symbolColor: Theme.tone(root.s.readiness.tone)
+            spoken: root.s.readiness.status
             Repeater {
                 model: root.pane.readiness
                 SettingRow {
@@ -99,11 +100,21 @@ PaneScroll {
             width: parent.width
             spacing: Theme.medium
             readonly property bool narrow: width < 2 * Theme.cardWidth + spacing
+            readonly property real tallest: {
+                let most = 0
+                for (let i = 0; i < each.count; ++i) {
+                    const card = each.itemAt(i)
+                    if (card) most = Math.max(most, card.implicitHeight)
+                }
+                return most
+            }
             Repeater {
+                id: each
                 model: root.pane.devices
                 DeviceCard {
                     required property var row
                     width: cards.narrow ? cards.width : (cards.width - cards.spacing) / 2
+                    height: cards.narrow ? implicitHeight : cards.tallest
                     symbol: row.symbol
                     title: row.name
                     status: row.status
@@ -141,7 +152,6 @@ PaneScroll {
                 caption: root.s.startup.launch.caption
                 symbol: "power"
                 on: root.s.startup.launch.on
-                enabled: root.s.startup.launch.possible
                 onSwitched: wish => root.pane.setLaunchAtLogin(wish)
                 PushButton {
                     text: root.s.startup.launch.action
@@ -204,6 +214,7 @@ PaneScroll {
             Divider {}
             SettingRow {
                 title: root.s.updates.last
+                symbol: "clock"
                 trailing: PushButton {
                     text: root.s.updates.checkNow
                     enabled: root.s.updates.available

@@ -37,7 +37,8 @@ Item {
                 anchors.verticalCenter: parent ? parent.verticalCenter : undefined
                 on: root.row.on
                 name: root.row.title
-                help: root.row.detail
+                // Why it cannot act is heard with the switch, not only when its note is come upon.
+                help: [root.row.note, root.row.detail].filter(words => words.length > 0).join(" ")
                 onSwitched: wish => root.pane.setTrigger(root.row.id, wish)
             }
         ]

@@ -1,4 +1,4 @@
-// The applications that run now, to choose some of them for a list.
+// Applications that run now, or all that are installed, to choose some of them for a list.
 import QtQuick
 import QtQuick.Templates as T
 import Velotap
@@ -9,7 +9,9 @@ Sheet {
     readonly property var s: pane.runningState
 
     title: s.title
+    text: s.message
     firstFocus: search
+    onFindWanted: search.forceActiveFocus(Qt.ShortcutFocusReason)
     SearchField {
         id: search
         hint: root.s.hint
@@ -34,6 +36,12 @@ Sheet {
             text: root.s.refresh
             symbol: "arrow.clockwise"
             onClicked: root.pane.refreshRunning()
+        }
+        PushButton {
+            text: root.s.file
+            symbol: "folder"
+            visible: text.length > 0
+            onClicked: { root.close(); root.pane.chooseFile() }
         }
     }
     Caption { text: root.s.count; width: parent.width }

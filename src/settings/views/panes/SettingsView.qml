@@ -114,6 +114,9 @@ Rectangle {
         }
     }
     Shortcut { sequences: [StandardKey.Close]; onActivated: root.panes.window.close() }
+    Shortcut { sequence: "Ctrl+M"; onActivated: root.panes.window.minimise() }
+    Shortcut { sequence: "Ctrl+Q"; onActivated: root.panes.window.quit() }
+    Shortcut { sequence: "Ctrl+,"; onActivated: root.panes.window.setTab(0) }
     Repeater {
         model: 5
         Item {

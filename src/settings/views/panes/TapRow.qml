@@ -13,6 +13,7 @@ Item {
     height: implicitHeight
     Accessible.role: Accessible.ListItem
     Accessible.name: row.outcome + ", " + row.detail
+    Accessible.ignored: !visible
     Divider { visible: root.index > 0 }
     SettingRow {
         id: content

@@ -61,11 +61,6 @@ PaneScroll {
     Section {
         title: root.s.taps.title
         caption: root.s.taps.caption
-        trailing: PushButton {
-            text: root.s.taps.clear
-            enabled: root.s.taps.canClear
-            onClicked: root.pane.clearTaps()
-        }
         Card {
             FilterToggle {
                 x: Theme.gap
@@ -75,7 +70,13 @@ PaneScroll {
                 on: root.s.taps.paused
                 onSwitched: wish => root.pane.setPaused(wish)
             }
-            Divider {}
+        }
+        Note {
+            visible: root.s.taps.paused
+            symbol: "pause.circle"
+            text: root.s.taps.pausedNote
+        }
+        Card {
             FilterDisclosure {
                 id: filters
                 title: root.s.taps.filter.title
@@ -99,11 +100,6 @@ PaneScroll {
                     }
                 }
             }
-        }
-        Note {
-            visible: root.s.taps.paused
-            symbol: "pause.circle"
-            text: root.s.taps.pausedNote
         }
         Column {
             width: parent.width
@@ -152,6 +148,11 @@ PaneScroll {
                     TapRow { pane: root.pane }
                 }
             }
+        }
+        PushButton {
+            text: root.s.taps.clear
+            enabled: root.s.taps.canClear
+            onClicked: root.pane.clearTaps()
         }
     }
 

@@ -22,7 +22,9 @@ Item {
         highText: root.row.high
         lessText: root.row.less
         moreText: root.row.more
+        fineText: root.row.fine
         resetText: root.row.reset
+        resetName: root.row.resetNamed
         from: root.row.from
         to: root.row.to
         step: root.row.step

@@ -17,6 +17,7 @@ Item {
     height: 40
     Accessible.role: Accessible.Graphic
     Accessible.name: name
+    Accessible.ignored: !visible
     Rectangle {
         anchors.fill: parent
         radius: Theme.corner
@@ -74,6 +75,7 @@ Item {
             activeFocusOnTab: true
             Accessible.role: Accessible.Slider
             Accessible.name: modelData.title
+            Accessible.ignored: !visible
             Accessible.description: modelData.valueText
             Accessible.focusable: true
             Accessible.onIncreaseAction: root.stepped(modelData.id, 1)

@@ -21,6 +21,7 @@ T.CheckBox {
     checked: on
     onToggled: wish()
     Accessible.name: title
+    Accessible.ignored: !visible
     Accessible.description: caption
     Accessible.onPressAction: wish()
     Accessible.onToggleAction: wish()

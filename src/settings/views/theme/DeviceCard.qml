@@ -14,6 +14,7 @@ T.Button {
 
     implicitHeight: Math.max(badge.height, words.implicitHeight) + 2 * Theme.gap
     Accessible.name: title
+    Accessible.ignored: !visible
     Accessible.description: status + ". " + help
     Accessible.onPressAction: if (enabled) clicked()
     Keys.onReturnPressed: clicked()

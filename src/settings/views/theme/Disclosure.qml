@@ -7,6 +7,7 @@ Column {
     id: root
     property string title
     property string summary
+    property string spoken: summary     // what the symbol tells those who do not see it
     property string symbol
     property color symbolColor: Theme.accent
     property bool quiet: false          // a caption that opens, as for filters
@@ -23,7 +24,7 @@ Column {
         onClicked: root.expanded = !root.expanded
         Accessible.name: root.title
         Accessible.ignored: !visible
-        Accessible.description: root.summary
+        Accessible.description: root.spoken
         Accessible.checkable: true      // Qt 6.4 has no state "expanded"
         Accessible.checked: root.expanded
         Accessible.onPressAction: clicked()
@@ -73,6 +74,7 @@ Column {
                 anchors { right: parent.right; rightMargin: Theme.gap
                           verticalCenter: parent.verticalCenter }
                 symbol: "chevron.right"
+                color: Theme.textTertiary
                 size: Theme.glyphSmall
                 rotation: root.expanded ? 90 : 0
                 Behavior on rotation { enabled: !App.still; NumberAnimation { duration: Theme.quick } }

@@ -14,7 +14,9 @@ Item {
     property string highText
     property string lessText
     property string moreText
+    property string fineText     // what the buttons beside the value are for
     property string resetText
+    property string resetName    // the same with what is reset
     property real from
     property real to
     property real step
@@ -49,10 +51,13 @@ Item {
             }
             Row {
                 id: fine
+                Accessible.role: Accessible.Grouping
+                Accessible.name: root.fineText
                 anchors { right: parent.right; verticalCenter: parent.verticalCenter }
                 IconButton {
                     symbol: "arrow.counterclockwise"
                     text: root.resetText
+                    name: root.resetName
                     visible: root.resettable
                     onClicked: root.restored()
                 }
@@ -110,6 +115,7 @@ Item {
             }
             onPressedChanged: if (!pressed) value = Qt.binding(() => root.value)
             Accessible.name: root.title
+            Accessible.ignored: !visible
             Accessible.description: root.valueText
             // The names under which Qt 6.4 looks for the limits.
             readonly property real minimumValue: from

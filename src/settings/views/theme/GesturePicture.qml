@@ -17,6 +17,7 @@ Rectangle {
     border.width: Theme.hairline
     Accessible.role: Accessible.Graphic
     Accessible.name: name
+    Accessible.ignored: !visible
     GesturePainting {
         anchors { fill: parent; margins: Theme.snug }
         fingers: root.fingers

@@ -1,4 +1,4 @@
-// A button that is only a symbol; its name is for the screen reader and the tip.
+// A button that is only a symbol; its text is for the tip, its name for the screen reader.
 import QtQuick
 import QtQuick.Templates as T
 import Velotap
@@ -6,6 +6,7 @@ import Velotap
 T.Button {
     id: root
     property string symbol
+    property string name: text   // longer than the text where that says enough only beside others
     property color color: Theme.textSecondary
     property bool expandable: false
     property bool expanded: false
@@ -13,7 +14,7 @@ T.Button {
     implicitWidth: 28
     implicitHeight: 28
     opacity: enabled ? 1 : 0.4
-    Accessible.name: text
+    Accessible.name: name
     Accessible.ignored: !visible
     Accessible.checkable: expandable
     Accessible.checked: expanded

@@ -13,6 +13,7 @@ Item {
     height: implicitHeight
     Accessible.role: Accessible.Heading
     Accessible.name: title
+    Accessible.ignored: !visible
     Accessible.description: text
     Rectangle {
         id: badge

@@ -1,4 +1,5 @@
-// Text in one of the few kinds that the windows use. It wraps; it never hides a part of itself.
+// Text in one of the few kinds that the windows use. It wraps; it never hides a part of itself. What
+// is not seen is not read either: assistive programs would find words of panes behind this one.
 import QtQuick
 import Velotap
 
@@ -6,6 +7,7 @@ Text {
     id: root
     property string kind: "body"   // body, strong, caption, heading, headline, title, mono
     property bool secondary: kind === "caption"
+    property bool silent: false    // somebody else says it to assistive programs
 
     font.family: kind === "mono" ? Theme.familyMono : Theme.family
     font.pixelSize: kind === "caption" || kind === "mono" ? Theme.sizeCaption
@@ -23,4 +25,5 @@ Text {
     Accessible.role: kind === "heading" || kind === "headline" || kind === "title"
                      ? Accessible.Heading : Accessible.StaticText
     Accessible.name: text
+    Accessible.ignored: silent || !visible || text.length === 0
 }

@@ -13,6 +13,7 @@ T.Button {
     width: parent ? parent.width : 0
     implicitHeight: Math.max(Theme.rowHeight, words.implicitHeight + 2 * (Theme.snug + Theme.tight))
     Accessible.name: title
+    Accessible.ignored: !visible
     Accessible.description: caption
     Accessible.onPressAction: if (enabled) clicked()
     Keys.onReturnPressed: clicked()
@@ -52,6 +53,7 @@ T.Button {
             id: arrow
             anchors { right: parent.right; rightMargin: Theme.gap; verticalCenter: parent.verticalCenter }
             symbol: "chevron.right"
+            color: Theme.textTertiary
             size: Theme.glyphSmall
         }
     }

@@ -26,6 +26,7 @@ T.TextField {
     text: query
     onTextEdited: edited(text)
     Accessible.name: name
+    Accessible.ignored: !visible
     Accessible.searchEdit: true
     Keys.onEscapePressed: event => {
         if (text.length > 0) edited("")

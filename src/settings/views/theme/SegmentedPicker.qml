@@ -33,6 +33,7 @@ Item {
     height: implicitHeight
     Accessible.role: Accessible.Grouping
     Accessible.name: name
+    Accessible.ignored: !visible
     Rectangle {
         anchors.fill: parent
         radius: Theme.corner
@@ -68,6 +69,7 @@ Item {
                 Keys.onDownPressed: root.choose(index + 1)
                 Keys.onUpPressed: root.choose(index - 1)
                 Accessible.name: text
+                Accessible.ignored: !visible
                 Accessible.onPressAction: clicked()
                 Accessible.onToggleAction: clicked()
                 background: Rectangle {

@@ -53,13 +53,13 @@ Item {
                     text: root.title
                     width: parent.width
                     opacity: root.enabled ? 1 : 0.6
-                    Accessible.ignored: root.wordsIgnored
+                    silent: root.wordsIgnored
                 }
                 Caption {
                     text: root.caption
                     width: parent.width
                     visible: root.caption.length > 0
-                    Accessible.ignored: root.wordsIgnored
+                    silent: root.wordsIgnored
                 }
             }
             Row {

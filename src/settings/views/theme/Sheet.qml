@@ -13,6 +13,7 @@ T.Popup {
     default property alias content: body.data
     property alias buttons: buttonRow.data
     readonly property int top: Theme.sheetTop
+    signal findWanted()   // the shortcut for Find, which is the window's while no sheet is open
 
     parent: T.Overlay.overlay
     modal: true
@@ -50,6 +51,16 @@ T.Popup {
         contentHeight: column.implicitHeight + 2 * root.room
         boundsBehavior: Flickable.StopAtBounds
         T.ScrollBar.vertical: VScrollBar {}
+        // The panes below stay as they are until the sheet is closed.
+        Keys.onShortcutOverride: event => {
+            const pane = event.modifiers === Qt.ControlModifier && event.key >= Qt.Key_1 && event.key <= Qt.Key_5
+            event.accepted = pane || event.matches(StandardKey.Find)
+        }
+        Keys.onPressed: event => {
+            if (!event.matches(StandardKey.Find)) return
+            event.accepted = true
+            root.findWanted()
+        }
         Accessible.role: Accessible.Dialog
         Accessible.name: root.title
         Accessible.description: root.text

@@ -26,7 +26,7 @@ Item {
         width: Theme.badge
         height: Theme.badge
         radius: Theme.corner
-        color: Theme.toneSoft(root.tone)
+        color: Theme.tint(root.tone)
         Glyph {
             anchors.centerIn: parent
             symbol: root.symbol

@@ -12,6 +12,7 @@ T.TabButton {
     width: implicitWidth   // without a width of its own each is as wide as the widest
     focusPolicy: checked || activeFocus ? Qt.StrongFocus : Qt.ClickFocus   // one stop for all; arrows move inside
     Accessible.name: text
+    Accessible.ignored: !visible
     Accessible.role: Accessible.PageTab
     Accessible.selected: checked
     Accessible.onPressAction: clicked()   // the role alone offers no action

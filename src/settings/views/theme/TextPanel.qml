@@ -24,7 +24,8 @@ Rectangle {
     }
 
     width: parent ? parent.width : 0
-    height: Math.min(tall ? 300 : 220, area.implicitHeight + Theme.snug)
+    // Not the text's: that is laid out some frames after it came, and a sheet does not jump.
+    height: Math.round((tall ? 300 : 220) * Theme.scale)
     radius: Theme.corner
     color: Theme.sunken
     border.color: area.activeFocus ? Theme.accent : Theme.line
@@ -33,13 +34,15 @@ Rectangle {
         id: flick
         anchors { fill: parent; margins: Theme.small }
         contentWidth: width
-        contentHeight: area.implicitHeight
+        contentHeight: area.height
         clip: true
         boundsBehavior: Flickable.StopAtBounds
         T.ScrollBar.vertical: VScrollBar {}
         T.TextArea {
             id: area
             width: flick.width
+            // The template has no height of its own, and what lies below its end is not drawn.
+            height: Math.max(flick.height, contentHeight + topPadding + bottomPadding)
             padding: Theme.small
             readOnly: true
             selectByMouse: true

@@ -25,6 +25,7 @@ QtObject {
     // text and marks
     readonly property color text: colors.text
     readonly property color textSecondary: colors.textSecondary
+    readonly property color textTertiary: colors.textTertiary   // marks beside text, never text
     readonly property color accent: colors.accent
     readonly property color fill: colors.fill
     readonly property color fillText: colors.fillText
@@ -42,6 +43,11 @@ QtObject {
     function tone(name) {
         return name === "good" ? good : name === "warning" ? warning : name === "danger" ? danger
              : name === "accent" ? accent : name === "text" ? text : textSecondary
+    }
+    /// The ground of a mark in its tone.
+    function tint(name) {
+        const c = tone(name)
+        return Qt.rgba(c.r, c.g, c.b, 0.12)
     }
     function toneSoft(name) {
         return name === "good" ? goodSoft : name === "warning" || name === "danger" ? warningSoft

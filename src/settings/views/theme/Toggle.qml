@@ -19,6 +19,7 @@ T.Switch {
     checked: on
     onToggled: wish(checked)
     Accessible.name: name
+    Accessible.ignored: !visible
     Accessible.description: help
     // Qt 6.4 announces these actions; the first would change `checked` alone, behind the back of `on`.
     Accessible.onPressAction: if (enabled) wish(!on)

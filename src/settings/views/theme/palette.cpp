@@ -34,6 +34,7 @@ constexpr std::array<Question, Palette::kSize> kQuestions{{
     // text and marks
     {"text", 0xff1a1c21, 0xfff1f2f5, 0xff000000, 0xffffffff},
     {"textSecondary", 0xff5a6170, 0xffa7adb9, 0xff2b303b, 0xffe3e6ec},
+    {"textTertiary", 0xff757d8c, 0xff8b919e, 0xff4a505c, 0xffc2c7d1},
     {"accent", 0xff2059d6, 0xff7aa5ff, 0xff0b3ba8, 0xffa9c5ff},
     {"fill", 0xff2563eb, 0xff356ee8, 0xff0b3ba8, 0xffa9c5ff},
     {"fillText", 0xffffffff, 0xffffffff, 0xffffffff, 0xff000000},

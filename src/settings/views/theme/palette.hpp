@@ -21,7 +21,7 @@ struct Palette {
     std::string_view name;
     Argb color = 0;
   };
-  static constexpr std::size_t kSize = 27;
+  static constexpr std::size_t kSize = 28;
   std::array<Entry, kSize> entries;
 
   /// Black for a name that does not exist, which the tests make impossible.

@@ -1,20 +1,19 @@
 #include "adapters/linux/notices/sleep_notices.hpp"
 
 #include <gtest/gtest.h>
-#include <systemd/sd-bus.h>
-
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "adapters/linux/notices/linux_notices.hpp"
 #include "support/child_process.hpp"
+#include "support/login_manager.hpp"
 #include "support/served_loop.hpp"
 
 namespace velotap {
 namespace {
 
 using Lines = std::vector<std::string>;
+using test::LoginManager;
 
 TEST(SystemBusAddress, IsWhatTheEnvironmentSaysElseTheUsualPlace) {
   EXPECT_EQ(SleepNotices::systemBusAddress([](const char*) { return nullptr; }),
@@ -26,35 +25,6 @@ TEST(SystemBusAddress, IsWhatTheEnvironmentSaysElseTheUsualPlace) {
             }),
             "unix:path=/x");
 }
-
-/// A login manager on a private bus.
-class LoginManager {
- public:
-  explicit LoginManager(const std::string& address, const char* name = "org.freedesktop.login1") {
-    if (sd_bus_new(&bus_) < 0 || sd_bus_set_address(bus_, address.c_str()) < 0 ||
-        sd_bus_set_bus_client(bus_, 1) < 0 || sd_bus_start(bus_) < 0 ||
-        sd_bus_request_name(bus_, name, 0) < 0) {
-      throw std::runtime_error("no login manager");
-    }
-  }
-  ~LoginManager() { sd_bus_flush_close_unref(bus_); }
-  LoginManager(const LoginManager&) = delete;
-  LoginManager& operator=(const LoginManager&) = delete;
-
-  void prepareForSleep(bool begins) {
-    sd_bus_emit_signal(bus_, "/org/freedesktop/login1", "org.freedesktop.login1.Manager",
-                       "PrepareForSleep", "b", static_cast<int>(begins));
-    sd_bus_flush(bus_);
-  }
-  void talkNonsense() {
-    sd_bus_emit_signal(bus_, "/org/freedesktop/login1", "org.freedesktop.login1.Manager",
-                       "PrepareForSleep", "s", "tomorrow");
-    sd_bus_flush(bus_);
-  }
-
- private:
-  sd_bus* bus_ = nullptr;
-};
 
 class SleepNoticesTest : public ::testing::Test, protected test::ServedLoop {
  protected:

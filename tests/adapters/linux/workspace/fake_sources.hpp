@@ -27,8 +27,8 @@ class FakeSources {
       said = std::move(listener);
       owner_.alive_[kind_] = this;
       ++owner_.started[kind_];
-      if (const auto atOnce = owner_.atOnce.find(kind_); atOnce != owner_.atOnce.end()) {
-        atOnce->second(*this);
+      if (const auto found = owner_.atOnce.find(kind_); found != owner_.atOnce.end()) {
+        found->second(*this);
       }
     }
     Listener said;

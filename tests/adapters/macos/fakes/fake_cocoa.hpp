@@ -27,10 +27,12 @@ class FakeWorkspace final : public CocoaWorkspace {
   std::vector<std::string> opened;
   std::vector<std::string> revealed;
   bool opens = true;
+  std::function<void()> asked;  ///< told whenever it is asked who is in front, before the answer
 
   std::optional<std::string> ownBundleId() override { return own; }
   std::optional<std::string> ownBundlePath() override { return path; }
   std::size_t frontmostBundleId(char* buffer, std::size_t capacity) override {
+    if (asked) asked();
     if (!front || !front->bundleId || front->bundleId->size() > capacity) return 0;
     std::copy(front->bundleId->begin(), front->bundleId->end(), buffer);
     return front->bundleId->size();

@@ -27,17 +27,23 @@ FakeTextInput::FakeTextInput(FakeCoreFoundation& cf)
   api_.kTISPropertyUnicodeKeyLayoutData = &property_;
   api_.kTISNotifySelectedKeyboardInputSourceChanged = &changed_;
   api_.TISCopyCurrentKeyboardLayoutInputSource = []() -> TISInputSourceRef {
+    fake().assertMainThread();
     return fake().currentMissing ? nullptr : fake().source(fake().currentTable);
   };
   api_.TISCopyCurrentASCIICapableKeyboardLayoutInputSource = []() -> TISInputSourceRef {
+    fake().assertMainThread();
     return fake().asciiMissing ? nullptr : fake().source(fake().asciiTable);
   };
   api_.TISGetInputSourceProperty = [](TISInputSourceRef source, CFStringRef key) -> void* {
+    fake().assertMainThread();
     EXPECT_EQ(key, fake().property_);
     const FakeObject& object = fake().cf_.live(source, FakeKind::inputSource);
     return object.elements.empty() ? nullptr : const_cast<FakeObject*>(object.elements.front());
   };
-  api_.LMGetKbdType = [] { return fake().keyboardType; };
+  api_.LMGetKbdType = [] {
+    fake().assertMainThread();
+    return fake().keyboardType;
+  };
   api_.UCKeyTranslate = [](const UCKeyboardLayout* layout, UInt16 key, UInt16 action,
                            UInt32 modifiers, UInt32 type, OptionBits options, UInt32* deadKeys,
                            UniCharCount size, UniCharCount* length, UniChar* text) -> OSStatus {

@@ -1,10 +1,14 @@
 // The text input services in a test: a current and an ASCII-capable layout, each with a table or
-// without, and keys that type what the test says.
+// without, and keys that type what the test says. Like the real ones they demand the main thread,
+// which is the one that made the fake.
 #pragma once
+
+#include <gtest/gtest.h>
 
 #include <functional>
 #include <optional>
 #include <string>
+#include <thread>
 
 #include "adapters/macos/keyboard/text_input_api.hpp"
 #include "fakes/fake_core_foundation.hpp"
@@ -41,12 +45,15 @@ class FakeTextInput {
   UInt8 keyboardType = 91;
   int translations = 0;
 
+  void assertMainThread() const { EXPECT_EQ(std::this_thread::get_id(), mainThread_); }
+
  private:
   TISInputSourceRef source(const std::optional<std::string>& table) const;
 
   FakeCoreFoundation& cf_;
   TextInputApi api_{};
   CFStringRef property_, changed_;
+  std::thread::id mainThread_ = std::this_thread::get_id();
 };
 
 }  // namespace velotap::test

@@ -30,6 +30,16 @@ TEST_F(MacWorkspaceTest, theFrontIsAskedLive) {
   EXPECT_EQ(workspace.frontmostBundleId(), AppId::intern("com.example.two"));
 }
 
+// The system's answer is left to a pool, and touch threads have none of their own.
+TEST_F(MacWorkspaceTest, theFrontIsAskedInsideOfAPool) {
+  MacWorkspace workspace(cocoa_, quartz_.runtime());
+  int pools = 0;
+  cocoa_.asked = [&] { pools = quartz_.pools; };
+  static_cast<void>(workspace.frontmostBundleId());
+  EXPECT_EQ(pools, 1);
+  EXPECT_EQ(quartz_.pools, 0);
+}
+
 TEST_F(MacWorkspaceTest, anIdentifierFitsOrIsNone) {
   MacWorkspace workspace(cocoa_, quartz_.runtime());
   cocoa_.front = CocoaApplication{.bundleId = std::string(1024, 'x')};

@@ -13,6 +13,7 @@
 #include "config/practice_target.hpp"
 #include "settings/window/about_object.hpp"
 #include "settings/window/apps_object.hpp"
+#include "settings/window/gestures_object.hpp"
 
 namespace velotap::test {
 namespace {
@@ -161,6 +162,19 @@ TEST_F(QtWindowsTest, chosenApplicationsBecomeRulesWithTheirIcons) {
   apps.remove(QStringLiteral("ignored"), QStringLiteral("com.example.editor"));
 }
 
+TEST_F(QtWindowsTest, aGestureWithoutPermissionLeadsToItsPageOfTheSystem) {
+  world().windows.showSettings(SettingsPane::general);
+  auto& gestures = pane<GesturesObject>(settings().panes()->gestures);
+  gestures.setDevice(QStringLiteral("mouse"));
+  gestures.setTrigger(QStringLiteral("mouseTap3"), true);
+  world().cocoa.opened.clear();
+  gestures.actOnNote(QStringLiteral("mouseTap3"));
+  EXPECT_EQ(world().cocoa.opened,
+            std::vector<std::string>{
+                "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility"});
+  EXPECT_FALSE(application().onboarding().isVisible());
+}
+
 TEST_F(QtWindowsTest, windowsFollowTheAppearance) {
   world().windows.showSettings(SettingsPane::general);
   auto* context = qobject_cast<ViewContext*>(ViewContext::create(nullptr, nullptr));
@@ -181,7 +195,7 @@ class KeyRecorder final : public QWindow {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override {
-    keys.append(QKeySequence(event->modifiers() | event->key()).toString());
+    keys.append(QKeySequence(event->keyCombination()).toString());
   }
 };
 
