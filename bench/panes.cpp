@@ -158,13 +158,22 @@ class Bench {
     return costs;
   }
 
-  Costs measureRunning() {
+  Costs measureChooser(AppsOffered offered) {
     Costs costs;
     settings_.show(PreferencesTab::apps);
     draw();
     auto* const apps = qobject_cast<AppsObject*>(settings_.panes()->apps);
-    costs.show = milliseconds([this, apps] {
-      apps->openRunning(QStringLiteral("ignored"));
+    costs.show = milliseconds([this, apps, offered] {
+      if (offered == AppsOffered::running) {
+        apps->openRunning(QStringLiteral("ignored"));
+      } else {
+        apps->openInstalled(QStringLiteral("ignored"));
+      }
+      QVariant page;
+      QMetaObject::invokeMethod(settings_.view()->rootObject(), "page",
+                                Q_RETURN_ARG(QVariant, page),
+                                Q_ARG(QVariant, static_cast<int>(PreferencesTab::apps)));
+      QMetaObject::invokeMethod(page.value<QObject*>(), "openChooser");
       draw();
     });
     costs.letter = typing([apps](const QString& query) { apps->setRunningQuery(query); });
@@ -234,8 +243,11 @@ int run() {
     const Costs empty = Bench(context, false).measure(tab);
     print(name, Bench(context, true).measure(tab), empty);
   }
-  const Costs empty = Bench(context, false).measureRunning();
-  print("running", Bench(context, true).measureRunning(), empty);
+  for (const auto& [name, offered] : {std::pair("running", AppsOffered::running),
+                                      std::pair("installed", AppsOffered::installed)}) {
+    const Costs empty = Bench(context, false).measureChooser(offered);
+    print(name, Bench(context, true).measureChooser(offered), empty);
+  }
   return 0;
 }
 

@@ -53,9 +53,15 @@ std::optional<ApplicationBundle> FictionalApplications::find(const std::string& 
 }
 
 std::vector<ApplicationBundle> FictionalApplications::installed() {
-  return {{"com.apple.Safari", "Safari", {}, "/Applications/Safari.app"},
-          {"com.apple.TextEdit", "TextEdit", {}, "/Applications/TextEdit.app"},
-          {"com.valvesoftware.steam", "Steam", {}, "/Applications/Steam.app"}};
+  std::vector<ApplicationBundle> all = {
+      {"com.apple.Safari", "Safari", {}, "/Applications/Safari.app"},
+      {"com.apple.TextEdit", "TextEdit", {}, "/Applications/TextEdit.app"},
+      {"com.valvesoftware.steam", "Steam", {}, "/Applications/Steam.app"}};
+  for (int i = 1; i <= more_; ++i) {
+    const std::string number = std::to_string(i);
+    all.push_back({"org.example.app" + number, "Example " + number, {}, "/example/" + number});
+  }
+  return all;
 }
 
 std::vector<RunningInstance> FictionalApplications::running() {

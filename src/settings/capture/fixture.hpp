@@ -53,6 +53,11 @@ class FictionalApplications final : public Applications {
   [[nodiscard]] std::optional<ApplicationBundle> find(const std::string& bundleId) override;
   [[nodiscard]] std::vector<ApplicationBundle> installed() override;
   [[nodiscard]] std::vector<RunningInstance> running() override;
+  /// So many more without a name of note.
+  void install(int more) { more_ = more; }
+
+ private:
+  int more_ = 0;
 };
 
 /// Runs every task at once; for a program of one thread.
@@ -75,6 +80,7 @@ class Fixture {
   void setLocale(std::string locale) { locale_ = std::move(locale); }
   [[nodiscard]] DefaultsStore& defaults() { return defaults_; }
   [[nodiscard]] TapActivityLog& taps() { return taps_; }
+  void install(int more) { applications_.install(more); }
   /// What the General pane sees; tests change it.
   GeneralFacts generalFacts;
   GestureFacts gestureFacts;

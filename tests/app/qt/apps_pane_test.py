@@ -14,7 +14,7 @@ import unittest
 import unittest.mock
 
 from desktop_session import until
-from settings_session import BUTTONS, SettingsCase
+from settings_session import BUTTONS, KeyboardCase, SettingsCase
 
 ENTRY = """[Desktop Entry]
 Type=Application
@@ -119,6 +119,39 @@ class AppsPaneTest(SettingsCase):
                               folder.as_uri()), self.shown.read_text(encoding="utf-8"))
 
 
+class AppsByKeyboardTest(AppsPaneTest, KeyboardCase):
+    """With a window manager, and windows that other programs really have."""
+
+    def test_chooses_without_a_mouse(self):
+        menu = "Add app: Velotap off in these apps"
+        self.get((*BUTTONS, "button menu"), menu).queryComponent().grabFocus()
+        self.await_focus(menu)
+        self.keys("space")
+        self.get(("menu item",), "Running Apps")
+        self.keys("Down")
+        self.await_focus("Choose from Applications…")
+        self.keys("Down")
+        self.await_focus("Running Apps")
+        self.keys("Up", "Return")
+        self.get(("check box",), "Example Tool")
+        self.type("remote")
+        self.comes_to_be(lambda: self.find(("check box",), "Example Tool") is None)
+        self.keys("ctrl+1")
+        self.keys("Tab", "Tab", "ctrl+f")
+        self.type("x")
+        self.comes_to_be(lambda: self.find(("check box",), "Example Remote") is None)
+        self.keys("BackSpace")
+        self.get(("check box",), "Example Remote").queryComponent().grabFocus()
+        self.await_focus("Example Remote")
+        self.keys("space")
+        self.press(BUTTONS, "Add")
+        self.comes_to_be(lambda: "org.remmina.Remmina" in self.ignored())
+        self.assertIsNotNone(self.find(("list item",), "Example Clock"), "the pane is still there")
+
+    def comes_to_be(self, condition):
+        self.assertTrue(until(condition))
+
+
 if __name__ == "__main__":
-    AppsPaneTest.program_path, AppsPaneTest.provider = sys.argv[1:3]
-    unittest.main(argv=sys.argv[:1])
+    SettingsCase.program_path, SettingsCase.provider = sys.argv[1:3]
+    unittest.main(argv=sys.argv[:1] + sys.argv[3:])

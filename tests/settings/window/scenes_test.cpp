@@ -211,6 +211,21 @@ TEST_F(SceneTest, WhoAnswersThreeFingersCanBeChosen) {
   EXPECT_EQ(fixture->defaults().text("padThreeFingerMode"), "native") << "no such mode";
 }
 
+// However much is installed, what adds it stays where it can be seen.
+TEST_F(SceneTest, ALongListOfApplicationsLeavesTheButtonsInSight) {
+  open("en", PreferencesTab::apps, {560, 600});
+  fixture->install(200);
+  auto* apps = qobject_cast<AppsObject*>(settings->panes()->apps);
+  apps->openInstalled(QStringLiteral("ignored"));
+  QMetaObject::invokeMethod(page(), "openChooser");
+  awaitFrame();
+  awaitFrame();
+  EXPECT_GE(apps->running()->count(), 200);
+  const QQuickItem* add = control(qt(fixture->texts()("Cancel")));
+  ASSERT_NE(add, nullptr);
+  EXPECT_LE(add->mapRectToScene(add->boundingRect()).bottom(), 600);
+}
+
 // A note that comes while the pane is open takes its place at once.
 TEST_F(SceneTest, ANoteAppearsWhileItsGestureIsShown) {
   open("en", PreferencesTab::gestures, {560, 600});

@@ -1,6 +1,7 @@
 // Applications that run now, or all that are installed, to choose some of them for a list.
 import QtQuick
 import QtQuick.Templates as T
+import QtQuick.Window
 import Velotap
 
 Sheet {
@@ -47,17 +48,36 @@ Sheet {
     Caption { text: root.s.count; width: parent.width }
     Card {
         EmptyState { visible: root.pane.running.count === 0; title: root.s.none }
-        Rows {
-            view: root.contentItem
-            model: root.pane.running
-            delegate: CheckRow {
-                readonly property var row: parent.row
-                divided: parent.index > 0
-                title: row.name
-                caption: row.identifier
-                iconName: row.icon
-                on: row.selected
-                onSwitched: root.pane.toggleRunning(row.id)
+        // The list scrolls by itself, so that however long it is what adds stays in sight.
+        Flickable {
+            id: list
+            readonly property Item focusItem: Window.activeFocusItem
+            width: parent.width
+            height: Math.min(contentHeight, Math.round(230 * Theme.scale))
+            contentHeight: rows.height
+            boundsBehavior: Flickable.StopAtBounds
+            clip: true
+            T.ScrollBar.vertical: VScrollBar {}
+            onFocusItemChanged: {
+                let p = focusItem
+                while (p && p !== rows) p = p.parent
+                if (!p) return
+                const y = focusItem.mapToItem(rows, 0, 0).y
+                contentY = Math.max(y + focusItem.height - height, Math.min(contentY, y))
+            }
+            Rows {
+                id: rows
+                view: list
+                model: root.pane.running
+                delegate: CheckRow {
+                    readonly property var row: parent.row
+                    divided: parent.index > 0
+                    title: row.name
+                    caption: row.identifier
+                    iconName: row.icon
+                    on: row.selected
+                    onSwitched: root.pane.toggleRunning(row.id)
+                }
             }
         }
     }
