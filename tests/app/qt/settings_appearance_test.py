@@ -17,9 +17,11 @@ from settings_session import TABS, SettingsCase
 PORTAL = "org.freedesktop.portal.Desktop"
 SETTINGS = "org.freedesktop.portal.Settings"
 APPEARANCE = "org.freedesktop.appearance"
+ACCESSIBILITY = "org.gnome.desktop.a11y.interface"
 INTERFACE = "org.gnome.desktop.interface"
 
-LIGHT, DARK, DARK_CONTRAST = 0xF3F4F7, 0x17181C, 0x000000
+LIGHT, DARK = 0xF3F4F7, 0x17181C
+LIGHT_CONTRAST, DARK_CONTRAST = 0xFFFFFF, 0x000000
 
 
 class Portal(dbus.service.Object):
@@ -107,6 +109,17 @@ class SettingsAppearanceTest(SettingsCase):
         self.portal.change(APPEARANCE, "contrast", dbus.UInt32(0))
         self.assertTrue(self.shows(DARK))
         self.portal.change(APPEARANCE, "color-scheme", dbus.UInt32(2))
+        self.assertTrue(self.shows(LIGHT))
+
+    def test_either_switch_asks_for_contrast(self):
+        self.portal.change(APPEARANCE, "color-scheme", dbus.UInt32(1))
+        self.portal.change(ACCESSIBILITY, "high-contrast", dbus.Boolean(True))
+        self.assertTrue(self.shows(DARK_CONTRAST))
+        self.portal.change(APPEARANCE, "contrast", dbus.UInt32(1))
+        self.portal.change(APPEARANCE, "contrast", dbus.UInt32(0))
+        self.portal.change(APPEARANCE, "color-scheme", dbus.UInt32(2))
+        self.assertTrue(self.shows(LIGHT_CONTRAST), "the other switch is still on")
+        self.portal.change(ACCESSIBILITY, "high-contrast", dbus.Boolean(False))
         self.assertTrue(self.shows(LIGHT))
 
     def test_text_grows_with_the_desktop(self):

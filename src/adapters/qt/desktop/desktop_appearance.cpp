@@ -72,9 +72,9 @@ void DesktopAppearance::take(const QString& space, const QString& key, const QVa
   };
   if (space == kAppearance && key == kColorScheme) set(dark_, plain.toUInt() == kPrefersDark);
   if (space == kAppearance && key == kContrast) {
-    set(highContrast_, plain.toUInt() == kPrefersMoreContrast);
+    set(moreContrast_, plain.toUInt() == kPrefersMoreContrast);
   }
-  if (space == kGnomeA11y && key == kHighContrast) set(highContrast_, plain.toBool());
+  if (space == kGnomeA11y && key == kHighContrast) set(gnomeContrast_, plain.toBool());
   if (space == kGnome && key == kTextScale && plain.toDouble() > 0) {
     set(textScale_, plain.toDouble());
   }

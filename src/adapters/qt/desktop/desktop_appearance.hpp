@@ -17,7 +17,7 @@ class DesktopAppearance : public QObject {
   explicit DesktopAppearance(QObject* parent = nullptr);
 
   [[nodiscard]] bool dark() const { return dark_; }
-  [[nodiscard]] bool highContrast() const { return highContrast_; }
+  [[nodiscard]] bool highContrast() const { return moreContrast_ || gnomeContrast_; }
   [[nodiscard]] double textScale() const { return textScale_; }
 
  signals:
@@ -31,7 +31,8 @@ class DesktopAppearance : public QObject {
   void take(const QString& space, const QString& key, const QVariant& value);
 
   bool dark_ = false;
-  bool highContrast_ = false;
+  bool moreContrast_ = false;
+  bool gnomeContrast_ = false;  // GNOME's own switch, which older desktops have alone
   double textScale_ = 1;
 };
 
