@@ -1,6 +1,5 @@
-#pragma once
-
 // Two fingers on the pinch engine, and the gestures that it made of them.
+#pragma once
 
 #include <gtest/gtest.h>
 

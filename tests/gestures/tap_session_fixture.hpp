@@ -1,6 +1,5 @@
-#pragma once
-
 // Touches that may be taps, and whether they clicked.
+#pragma once
 
 #include <gtest/gtest.h>
 

@@ -9,6 +9,7 @@
 #include <QTimeZone>
 #include <utility>
 
+#include "settings/capture/fitted_size.hpp"
 #include "settings/window/values.hpp"
 
 namespace velotap {
@@ -122,8 +123,9 @@ std::variant<CapturedImage, std::string> QtCaptureStudio::render(const CaptureSh
   if (!file.open(QIODevice::WriteOnly) || !image.save(&file, "PNG") || !file.commit()) {
     return "The file " + path + " could not be written.";
   }
-  result.contentWidth = window_->view()->width();
-  result.contentHeight = window_->view()->height();
+  const QSize fitted = fittedSize(*window_->view()->rootObject());
+  result.contentWidth = fitted.width();
+  result.contentHeight = fitted.height();
   result.pixelWidth = image.width();
   result.pixelHeight = image.height();
   return result;

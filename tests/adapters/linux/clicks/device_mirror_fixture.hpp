@@ -1,6 +1,5 @@
-#pragma once
-
 // A mirror over a device that only remembers what was done to it.
+#pragma once
 
 #include <gtest/gtest.h>
 
