@@ -98,10 +98,10 @@ TEST_F(PointerLocatorTest, UnderWaylandTheProgramsOwnWindowsTell) {
 }
 
 TEST_F(PointerLocatorTest, AServerThatTellsIsBelievedMoreThanWindows) {
-  const XServer server;
+  const test::XServer server;
   use(server);
   PointerLocator locator(clock, queue);
-  server.movePointer(7, 8);
+  movePointer(server, 7, 8);
   locator.tell(Point{.x = 30, .y = 40});
   EXPECT_EQ(locator.location(), (Point{.x = 7, .y = 8}));
 }
