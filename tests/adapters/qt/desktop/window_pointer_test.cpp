@@ -7,6 +7,8 @@
 #include <QHideEvent>
 #include <QMouseEvent>
 #include <QWindow>
+#include <memory>
+#include <optional>
 #include <vector>
 
 namespace velotap {
@@ -21,9 +23,12 @@ class WindowPointerTest : public testing::Test {
     static int count = 1;
     static char name[] = "test";
     static char* arguments[] = {name, nullptr};
-    static QGuiApplication application(count, arguments);
+    application = std::make_unique<QGuiApplication>(count, arguments);
   }
+  // Its devices belong to it and need the rest of Qt to be there still.
+  static void TearDownTestSuite() { application.reset(); }
 
+  static inline std::unique_ptr<QGuiApplication> application;
   Places places;
   WindowPointer pointer{[this](std::optional<QPointF> place) { places.push_back(place); }};
   QWindow window;
