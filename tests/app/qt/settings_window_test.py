@@ -1,10 +1,15 @@
 #!/usr/bin/env python3
 """The settings window through the accessibility bus: settings_window_test.py PROGRAM PROVIDER"""
 
+import getpass
+import os
+import pathlib
+import socket
 import sys
 import unittest
 
 import pyatspi
+from gi.repository import GLib
 
 from desktop_session import until
 from settings_session import BUTTONS, CHOICES, FIELDS, TABS, TOGGLES, SettingsCase
@@ -95,6 +100,63 @@ class SettingsWindowTest(SettingsCase):
                     self.assertLess(value.minimumValue, value.maximumValue, node.name)
 
 
+class SupportSnapshotTest(SettingsCase):
+    """What a person hands to strangers, as the program itself writes it."""
+
+    settings = {**SettingsCase.settings, "maxTapDurationMs": 321,
+                "ignoredApps": ["org.secret.Editor"],
+                "keystrokeZoomApps": ["org.secret.Viewer", "org.secret.Painter"]}
+
+    def snapshot(self):
+        self.press(TABS, "About")
+        self.press(BUTTONS, "Support Snapshot…")
+        found = []
+
+        def shows():
+            for node in self.nodes():
+                if node.getRoleName() in FIELDS and node.name == "Support Snapshot":
+                    text = node.queryText()
+                    # Qt ends the lines of a document with a character of its own.
+                    found.append(text.getText(0, text.characterCount).replace("\u2029", "\n"))
+            return found and found[-1]
+
+        self.assertTrue(until(shows))
+        return found[-1]
+
+    def press_what_asks(self, name):
+        """A button behind which the program waits for an answer, and answers late itself."""
+        try:
+            self.press(BUTTONS, name)
+        except GLib.GError:
+            pass
+
+    def test_tells_the_settings_and_nobodys_names(self):
+        text = self.snapshot()
+        self.assertIn("Max tap duration: 321", text)
+        self.assertIn("Velotap off in these apps: 1\n", text)
+        self.assertIn("Send zoom keyboard shortcuts: 2\n", text)
+        self.assertIn("org.secret.Editor", self.program.settings()["ignoredApps"])
+        for secret in ("secret", socket.gethostname(), getpass.getuser(), self.program.home.name,
+                       str(pathlib.Path(self.program_path).parent), os.getcwd()):
+            # A host called "a" would be found in any text.
+            if len(secret) > 2:
+                self.assertNotIn(secret, text)
+
+    def test_saving_may_be_given_up_or_done(self):
+        text = self.snapshot()
+        self.press_what_asks("Save…")
+        self.press(BUTTONS, "Cancel")
+        self.assertTrue(self.gone(BUTTONS, "Cancel"))
+        self.assertEqual([n.name for n in self.nodes() if "could not" in n.name], [])
+        file = pathlib.Path(self.program.home.name, "kept.txt")
+        self.press_what_asks("Save…")
+        field = self.get(FIELDS, "File name:")
+        field.queryEditableText().setTextContents(str(file))
+        self.press(BUTTONS, "Save")
+        self.assertTrue(until(file.exists))
+        self.assertEqual(file.read_text(encoding="utf-8"), text)
+
+
 if __name__ == "__main__":
-    SettingsWindowTest.program_path, SettingsWindowTest.provider = sys.argv[1:3]
+    SettingsCase.program_path, SettingsCase.provider = sys.argv[1:3]
     unittest.main(argv=sys.argv[:1])
