@@ -100,25 +100,35 @@ class CaptureTest(unittest.TestCase):
 
     @unittest.skipIf(os.getuid() != 0, "whoever runs this is an ordinary user already")
     def test_an_ordinary_user_sees_the_same(self):
+        nobody = {"user": 65534, "group": 65534, "extra_groups": []}
         pictures = []
-        for name, user in (("root", {}), ("nobody", {"user": 65534, "group": 65534,
-                                                     "extra_groups": []})):
+        for name, user, has_home in (("root", {}, False), ("nobody", nobody, False),
+                                     ("nobody at home", nobody, True)):
             # Neither the build nor this test's folder need be open to everybody: the user has the
             # program by a descriptor and a place of its own.
             folder = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory()))
-            os.chown(folder, user.get("user", 0), user.get("group", 0))
+            settings = folder / ".config" / "velotap" / "app.norwend.velotap.json"
+            settings.parent.mkdir(parents=True)
+            settings.write_text(SETTINGS)
+            for place in (folder, folder / ".config", settings.parent, settings):
+                os.chown(place, user.get("user", 0), user.get("group", 0))
             program = os.open(self.program, os.O_RDONLY)
             self.addCleanup(os.close, program)
+            environment = {key: value for key, value in self.environment.items()
+                           if key != "XDG_CONFIG_HOME"}
+            environment["HOME"] = str(folder) if has_home else "/dev/null/home"
             done = subprocess.run([f"/proc/self/fd/{program}", "--listlane-capture",
                                    str(folder / "pictures"), "--scenes", "gestures"],
-                                  env=self.environment | {"HOME": "/dev/null/home"}, cwd="/",
+                                  env=environment, cwd="/",
                                   capture_output=True, text=True, timeout=60, check=False,
                                   pass_fds=[program], **user)
             self.assertEqual(done.returncode, 0, name + done.stderr)
+            self.assertEqual(settings.read_text(), SETTINGS, name)
             pictures.append({path.name: path.read_bytes()
                              for path in (folder / "pictures").glob("*.png")})
         self.assertTrue(pictures[0])
         self.assertEqual(pictures[0], pictures[1])
+        self.assertEqual(pictures[0], pictures[2])
 
     def test_a_file_that_cannot_be_written_is_a_failure(self):
         for name in ("gestures-narrow.png", "capture.json"):
