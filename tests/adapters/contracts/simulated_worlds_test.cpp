@@ -2,22 +2,28 @@
 #include <cstdio>
 #include <variant>
 
+#include "adapters/simulated/simulated_clock.hpp"
 #include "adapters/simulated/simulated_event_stream.hpp"
 #include "adapters/simulated/simulated_event_taps.hpp"
 #include "adapters/simulated/simulated_keyboard_layout.hpp"
 #include "adapters/simulated/simulated_main_queue.hpp"
+#include "adapters/simulated/simulated_multitouch.hpp"
 #include "adapters/simulated/simulated_notices.hpp"
 #include "adapters/simulated/simulated_trust.hpp"
 #include "adapters/simulated/simulated_workspace.hpp"
+#include "addresses_contract.hpp"
 #include "app/shell_fakes.hpp"
 #include "applications_contract.hpp"
+#include "clock_contract.hpp"
 #include "event_stream_contract.hpp"
 #include "event_taps_contract.hpp"
 #include "failing_notices_contract.hpp"
 #include "keyboard_layout_contract.hpp"
+#include "libraries_contract.hpp"
 #include "login_item_contract.hpp"
 #include "main_queue_contract.hpp"
 #include "settings/fake_applications.hpp"
+#include "support/recording_urls.hpp"
 #include "trust_contract.hpp"
 #include "workspace_contract.hpp"
 
@@ -194,6 +200,40 @@ class SimulatedTrustWorld final : public TrustWorld {
   SimulatedTrust trust_;
 };
 
+class SimulatedClockWorld final : public ClockWorld {
+ public:
+  Clock& clock() override { return clock_; }
+  void pass() override { clock_.advanceTo(clock_.now() + std::chrono::milliseconds(1)); }
+
+ private:
+  SimulatedClock clock_;
+};
+
+class SimulatedLibrariesWorld final : public LibrariesWorld {
+ public:
+  LibraryLoader& loader() override { return multitouch_; }
+  [[nodiscard]] const char* library() const override { return "simulated"; }
+  [[nodiscard]] const char* symbol() const override { return "MTDeviceCreateList"; }
+  [[nodiscard]] const char* missingLibrary() override {
+    multitouch_.setMissing(true);
+    return "simulated";
+  }
+
+ private:
+  SimulatedMultitouch multitouch_;
+};
+
+class RecordingAddressesWorld final : public AddressesWorld {
+ public:
+  UrlOpener& urls() override { return urls_; }
+  void havePrograms(bool have) override { urls_.works = have; }
+  void serveUntil(const std::function<bool()>& done) override { EXPECT_TRUE(done()); }
+  std::vector<std::string> arrived() override { return urls_.opened; }
+
+ private:
+  RecordingUrls urls_;
+};
+
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, MainQueueContract, SimulatedQueueWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, EventTapsContract, SimulatedTapsWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, SternTapsContract, SimulatedTapsWorld);
@@ -207,6 +247,9 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, NoticesContract, SimulatedNoticesWorld
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, FailingNoticesContract, SimulatedNoticesWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, ApplicationsContract, FakeApplicationsWorld);
 INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, LoginItemContract, FakeLoginWorld);
+INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, ClockContract, SimulatedClockWorld);
+INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, LibrariesContract, SimulatedLibrariesWorld);
+INSTANTIATE_TYPED_TEST_SUITE_P(Simulated, AddressesContract, RecordingAddressesWorld);
 
 }  // namespace
 }  // namespace velotap::test
