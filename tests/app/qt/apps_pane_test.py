@@ -126,9 +126,10 @@ class AppsByKeyboardTest(AppsPaneTest, KeyboardCase):
         menu = "Add app: Velotap off in these apps"
         self.get((*BUTTONS, "button menu"), menu).queryComponent().grabFocus()
         self.await_focus(menu)
+        self.keys("Tab", "shift+Tab")  # as a person comes there
+        self.await_focus(menu)
         self.keys("space")
         self.get(("menu item",), "Running Apps")
-        self.keys("Down")
         self.await_focus("Choose from Applications…")
         self.keys("Down")
         self.await_focus("Running Apps")

@@ -13,7 +13,10 @@ PushButton {
 
     symbol: "plus"
     Accessible.name: name
-    onClicked: menu.open()
+    onClicked: {
+        menu.byKeyboard = visualFocus
+        menu.open()
+    }
 
     component Entry: T.MenuItem {
         id: entry
@@ -37,6 +40,9 @@ PushButton {
     }
     T.Menu {
         id: menu
+        property bool byKeyboard: false
+        // Not before: taking the keyboard marks nothing.
+        onOpened: if (byKeyboard) currentIndex = 0
         y: root.height + Theme.small
         margins: Theme.snug
         padding: Theme.small
