@@ -47,4 +47,12 @@ std::string versionText() {
   return "velotap " VELOTAP_VERSION "\n";
 }
 
+std::string unknownText(const CommandLine& line) {
+  std::string text;
+  for (const std::string_view argument : line.unknown) {
+    text += "velotap: unknown option " + std::string(argument) + " ignored (see --help)\n";
+  }
+  return text;
+}
+
 }  // namespace velotap

@@ -22,5 +22,7 @@ struct CommandLine {
 
 [[nodiscard]] std::string helpText();
 [[nodiscard]] std::string versionText();
+/// One line for each argument that nobody knows: for standard error, as the program starts anyway.
+[[nodiscard]] std::string unknownText(const CommandLine& line);
 
 }  // namespace velotap

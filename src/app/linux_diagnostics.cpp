@@ -32,10 +32,4 @@ std::optional<int> answerInTerminal(int argc, char** argv, const CommandLine& li
   return 0;
 }
 
-void tellUnknown(const CommandLine& line) {
-  for (const std::string_view argument : line.unknown) {
-    std::cerr << "velotap: unknown option " << argument << " ignored (see --help)" << std::endl;
-  }
-}
-
 }  // namespace velotap

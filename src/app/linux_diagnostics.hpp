@@ -11,7 +11,4 @@ namespace velotap {
 /// come first, and those that watch never return.
 [[nodiscard]] std::optional<int> answerInTerminal(int argc, char** argv, const CommandLine& line);
 
-/// One line on standard error for each argument that nobody knows.
-void tellUnknown(const CommandLine& line);
-
 }  // namespace velotap

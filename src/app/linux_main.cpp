@@ -131,6 +131,6 @@ int main(int argc, char** argv) {
     runDesktopProgram(argv);
     if (line.capture) return 1;
   }
-  tellUnknown(line);  // what becomes the other program is told by that one
+  std::cerr << unknownText(line);  // what becomes the other program is told by that one
   return runInBackground();
 }

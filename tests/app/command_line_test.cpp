@@ -17,6 +17,7 @@ TEST(CommandLine, NothingAskedForIsNothing) {
   EXPECT_FALSE(line.help);
   EXPECT_FALSE(line.version);
   EXPECT_TRUE(line.unknown.empty());
+  EXPECT_EQ(unknownText(line), "");
   EXPECT_TRUE(parseCommandLine(0, nullptr).unknown.empty()) << "not even the program's path";
 }
 
@@ -31,6 +32,9 @@ TEST(CommandLine, EverythingElseIsUnknownInItsOrder) {
   EXPECT_FALSE(line.help);
   EXPECT_TRUE(line.version);
   EXPECT_EQ(line.unknown, (std::vector<std::string_view>{"--Help", "--version=2", "", "file"}));
+  EXPECT_TRUE(
+      unknownText(line).starts_with("velotap: unknown option --Help ignored (see --help)\n"
+                                    "velotap: unknown option --version=2 ignored"));
 }
 
 TEST(CommandLine, ProgramsOwnPathIsNoArgument) {

@@ -109,12 +109,6 @@ Application::Surroundings surroundings(const MacDesktop& desktop, NativeMenuBar&
   return surroundings;
 }
 
-void tellUnknown(const CommandLine& line) {
-  for (const std::string_view argument : line.unknown) {
-    std::cerr << "velotap: unknown option " << argument << " ignored (see --help)\n";
-  }
-}
-
 int runApplication(int& argc, char** argv) {
   // Whoever read the diagnostic lines may go; that is no reason to stop working.
   std::signal(SIGPIPE, SIG_IGN);
@@ -170,7 +164,7 @@ int main(int argc, char** argv) {
       std::cout << (line.help ? velotap::helpText() : velotap::versionText());
       return 0;
     }
-    velotap::tellUnknown(line);
+    std::cerr << velotap::unknownText(line);
     return velotap::runApplication(argc, argv);
   }
 }

@@ -4,6 +4,7 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <iostream>
 
 #include "adapters/linux/applications/linux_applications.hpp"
 #include "adapters/linux/desktop/linux_desktop.hpp"
@@ -111,7 +112,7 @@ int main(int argc, char** argv) {
   if (const auto status = takePicturesIfRequested(argc, argv, VELOTAP_VERSION, VELOTAP_BUILD)) {
     return *status;
   }
-  tellUnknown(line);
+  std::cerr << unknownText(line);
   std::signal(SIGPIPE, SIG_IGN);
   const Descriptor interrupts = takeInterrupts();
   QApplication application(argc, argv);
